@@ -1,0 +1,142 @@
+# SPDX-License-Identifier: Apache-2.0
+# The kinds of targets of this project. Every folder of the library is one floor: an OBJECT library that is compiled
+# once and goes into the shared library and into the static library that the tests use.
+
+# How every file of ours is compiled. Never installed, and nothing that uses the library sees it.
+add_library(qk_build_flags INTERFACE)
+target_compile_features(qk_build_flags INTERFACE cxx_std_20)
+target_include_directories(qk_build_flags INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_options(qk_build_flags INTERFACE
+  -Wall -Wextra -Wconversion -Wshadow $<$<BOOL:${QK_WERROR}>:-Werror>)
+if(QK_SANITIZE STREQUAL "address")
+  set(qk_sanitize_flags -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+elseif(QK_SANITIZE STREQUAL "thread")
+  set(qk_sanitize_flags -fsanitize=thread -fno-omit-frame-pointer)
+else()
+  set(qk_sanitize_flags)
+endif()
+if(QK_BUILD_FUZZERS)
+  target_compile_options(qk_build_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+target_compile_options(qk_build_flags INTERFACE ${qk_sanitize_flags})
+target_link_options(qk_build_flags INTERFACE ${qk_sanitize_flags})
+
+function(qk_set_language_properties target)
+  set_target_properties(${target} PROPERTIES
+    CXX_STANDARD 20 CXX_STANDARD_REQUIRED ON CXX_EXTENSIONS OFF
+    C_STANDARD 11 C_STANDARD_REQUIRED ON C_EXTENSIONS OFF
+    POSITION_INDEPENDENT_CODE ON
+    CXX_VISIBILITY_PRESET hidden C_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+endfunction()
+
+# Adds the folders that hold a CMakeLists.txt.
+macro(qk_add_folders)
+  foreach(qk_folder ${ARGN})
+    if(EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/${qk_folder}/CMakeLists.txt")
+      add_subdirectory(${qk_folder})
+    endif()
+  endforeach()
+endmacro()
+macro(qk_add_floors)
+  qk_add_folders(${ARGN})
+endmacro()
+
+# qk_floor(<target> SOURCES <file>... [DEPENDS <floor>...] [PRIVATE_LIBRARIES <library>...])
+# DEPENDS names the floors whose headers this one includes. PRIVATE_LIBRARIES are linked into the shared library and do
+# not show outside.
+function(qk_floor target)
+  cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS;PRIVATE_LIBRARIES" ${ARGN})
+  if(arg_UNPARSED_ARGUMENTS)
+    message(FATAL_ERROR "qk_floor(${target}): not understood: ${arg_UNPARSED_ARGUMENTS}")
+  endif()
+  add_library(${target} OBJECT ${arg_SOURCES})
+  qk_set_language_properties(${target})
+  target_link_libraries(${target} PRIVATE qk_build_flags ${arg_PRIVATE_LIBRARIES})
+  set_property(TARGET ${target} PROPERTY QK_DEPENDS "${arg_DEPENDS}")
+  set_property(GLOBAL APPEND PROPERTY QK_FLOORS ${target})
+  set_property(GLOBAL APPEND PROPERTY QK_FLOOR_LIBRARIES ${arg_PRIVATE_LIBRARIES})
+endfunction()
+
+# The shared library QKFoundation and, from the same objects, the static library qk_testable, which also shows what the
+# shared one hides.
+function(qk_add_library)
+  get_property(floors GLOBAL PROPERTY QK_FLOORS)
+  if(NOT floors)
+    return()
+  endif()
+  get_property(libraries GLOBAL PROPERTY QK_FLOOR_LIBRARIES)
+  list(REMOVE_DUPLICATES libraries)
+  set(objects)
+  foreach(floor IN LISTS floors)
+    list(APPEND objects $<TARGET_OBJECTS:${floor}>)
+    get_property(depends TARGET ${floor} PROPERTY QK_DEPENDS)
+    foreach(dependency IN LISTS depends)
+      if(NOT dependency IN_LIST floors)
+        message(WARNING "${floor} depends on ${dependency}, which is not a floor of this build")
+      endif()
+    endforeach()
+  endforeach()
+
+  add_library(QKFoundation SHARED ${objects})
+  add_library(QKFoundation::QKFoundation ALIAS QKFoundation)
+  set_target_properties(QKFoundation PROPERTIES
+    LINKER_LANGUAGE CXX VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+  target_compile_features(QKFoundation INTERFACE cxx_std_20)
+  target_include_directories(QKFoundation INTERFACE
+    "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
+  target_link_libraries(QKFoundation PRIVATE $<BUILD_INTERFACE:qk_build_flags> ${libraries} Threads::Threads)
+  if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT QK_SANITIZE AND NOT QK_BUILD_FUZZERS)
+    target_link_options(QKFoundation PRIVATE LINKER:--no-undefined LINKER:-z,relro LINKER:-z,now)
+  endif()
+
+  add_library(qk_testable STATIC EXCLUDE_FROM_ALL ${objects})
+  set_target_properties(qk_testable PROPERTIES LINKER_LANGUAGE CXX)
+  target_link_libraries(qk_testable PUBLIC qk_build_flags ${libraries} Threads::Threads)
+endfunction()
+
+# qk_executable(<name> SOURCES <file>... [LIBRARIES <library>...])
+# A program that is compiled with this project's flags.
+function(qk_executable name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${name} ${arg_SOURCES})
+  qk_set_language_properties(${name})
+  target_link_libraries(${name} PRIVATE qk_build_flags ${arg_LIBRARIES})
+endfunction()
+
+# qk_test(<name> SOURCES <file>... [LIBRARIES <library>...] [LABELS <label>...])
+# A GoogleTest program. The label "threads" puts it into the run under ThreadSanitizer.
+function(qk_test name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES;LABELS" ${ARGN})
+  qk_executable(${name} SOURCES ${arg_SOURCES} LIBRARIES qk_testable ${arg_LIBRARIES} GTest::gtest_main GTest::gmock)
+  if(TARGET rapidcheck_gtest)
+    target_link_libraries(${name} PRIVATE rapidcheck_gtest rapidcheck_gmock)
+  endif()
+  target_compile_definitions(${name} PRIVATE QK_FIXTURES_DIR="${PROJECT_SOURCE_DIR}/tests/fixtures")
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 300)
+endfunction()
+
+# qk_fuzz(<name> SOURCES <file>... [LIBRARIES <library>...])
+# A libFuzzer program with the seeds of tests/fuzz/corpus/<name>. Its test runs a few seconds on a copy of the seeds.
+function(qk_fuzz name)
+  if(NOT QK_BUILD_FUZZERS)
+    return()
+  endif()
+  cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
+  set(target fuzz_${name})
+  qk_executable(${target} SOURCES ${arg_SOURCES} LIBRARIES qk_testable ${arg_LIBRARIES})
+  target_link_options(${target} PRIVATE -fsanitize=fuzzer)
+  add_test(NAME fuzz.${name}
+    COMMAND "${PROJECT_SOURCE_DIR}/cmake/run-fuzzer" $<TARGET_FILE:${target}>
+      "${PROJECT_SOURCE_DIR}/tests/fuzz/corpus/${name}" "${PROJECT_BINARY_DIR}/fuzz/${name}")
+  set_tests_properties(fuzz.${name} PROPERTIES LABELS fuzz)
+endfunction()
+
+# qk_benchmark(<name> SOURCES <file>... [LIBRARIES <library>...])
+# A Google Benchmark program over the static library.
+function(qk_benchmark name)
+  if(NOT QK_BUILD_BENCHMARKS)
+    return()
+  endif()
+  cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
+  qk_executable(${name} SOURCES ${arg_SOURCES} LIBRARIES qk_testable ${arg_LIBRARIES} benchmark::benchmark)
+endfunction()
