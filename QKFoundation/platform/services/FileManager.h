@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "QKFoundation/platform/Export.h"
+#include "QKFoundation/platform/values/NSDictionary.h"
+#include "QKFoundation/platform/values/NSString.h"
+
+#include <optional>
+#include <vector>
+
+namespace qk::platform {
+
+/// Files and folders. Threads: any, at the same time.
+class QK_EXPORT FileManager {
+public:
+    FileManager() = default;
+    FileManager(const FileManager&) = delete;
+    FileManager& operator=(const FileManager&) = delete;
+    virtual ~FileManager();
+
+    /// `createDirectoryAtPath:withIntermediateDirectories:attributes:error:`. Makes a folder, with the folders above it when asked to. True
+    /// when the folder is there afterwards; an existing one counts only when the folders above are asked for.
+    virtual bool createDirectoryAtPath(const NSString& path, bool withIntermediateDirectories) = 0;
+
+    /// `contentsOfDirectoryAtPath:error:`. The names of a folder's entries, "." and ".." left out, in no order; nothing when `path` is no folder
+    /// or cannot be read. A name that is not UTF-8 is kept: each byte that is malformed stands as the lone surrogate U+DC00 + byte,
+    /// which this interface's calls turn back.
+    [[nodiscard]] virtual std::optional<std::vector<NSString>> contentsOfDirectoryAtPath(const NSString& path) const = 0;
+
+    /// `dictionaryWithContentsOfFile:`. The dictionary that the property list in the file holds (XML or binary); nothing when the file
+    /// cannot be read or holds something else. "/System/Library/CoreServices/SystemVersion.plist" describes the operating system on every host.
+    [[nodiscard]] virtual std::optional<NSDictionary> dictionaryWithContentsOfFile(const NSString& path) const = 0;
+};
+
+} // namespace qk::platform

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/platform/services/Services.h"
+
+#include <mutex>
+#include <utility>
+
+namespace qk::platform {
+
+Kernel::~Kernel() = default;
+ProcessInfo::~ProcessInfo() = default;
+Host::~Host() = default;
+SystemConfiguration::~SystemConfiguration() = default;
+TaskLauncher::~TaskLauncher() = default;
+FileManager::~FileManager() = default;
+
+namespace {
+
+struct Slot {
+    std::mutex mutex;
+    std::shared_ptr<const Services> installed; // null: the host's own
+    std::shared_ptr<const Services> host;      // made when first asked for
+};
+
+// Never destroyed: other threads may still ask while the process ends.
+Slot& slot() {
+    static Slot* const theSlot = new Slot;
+    return *theSlot;
+}
+
+} // namespace
+
+std::shared_ptr<const Services> services() {
+    Slot& theSlot = slot();
+    const std::scoped_lock lock(theSlot.mutex);
+    if (theSlot.installed != nullptr) {
+        return theSlot.installed;
+    }
+    if (theSlot.host == nullptr) {
+        theSlot.host = makeHostServices();
+    }
+    return theSlot.host;
+}
+
+std::shared_ptr<const Services> installServices(std::shared_ptr<const Services> services) {
+    Slot& theSlot = slot();
+    const std::scoped_lock lock(theSlot.mutex);
+    std::swap(theSlot.installed, services);
+    return services;
+}
+
+} // namespace qk::platform

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "QKFoundation/platform/Export.h"
+#include "QKFoundation/platform/services/FactCache.h"
+#include "QKFoundation/platform/services/FileManager.h"
+#include "QKFoundation/platform/services/Host.h"
+#include "QKFoundation/platform/services/Kernel.h"
+#include "QKFoundation/platform/services/ProcessInfo.h"
+#include "QKFoundation/platform/services/SystemConfiguration.h"
+#include "QKFoundation/platform/services/TaskLauncher.h"
+
+#include <memory>
+
+namespace qk::platform {
+
+/// The machine underneath: one implementation of every service. No pointer is null.
+struct Services {
+    std::shared_ptr<Kernel> kernel;
+    std::shared_ptr<ProcessInfo> processInfo;
+    std::shared_ptr<Host> host;
+    std::shared_ptr<SystemConfiguration> systemConfiguration;
+    std::shared_ptr<TaskLauncher> taskLauncher;
+    std::shared_ptr<FileManager> fileManager;
+    std::shared_ptr<FactCache> facts = std::make_shared<FactCache>();
+};
+
+/// The machine that operations ask now: the host's own unless another one was installed. The snapshot stays whole for as long as it
+/// is held, whatever is installed meanwhile. Any thread.
+[[nodiscard]] QK_EXPORT std::shared_ptr<const Services> services();
+
+/// Installs `services` for the whole process and returns what was installed before; null stands for the host's own machine.
+/// Any thread; operations that run already keep the machine that they began with. Tests use `memory::ScopedMachine`.
+QK_EXPORT std::shared_ptr<const Services> installServices(std::shared_ptr<const Services> services);
+
+/// Composes the machine of this host. The build chooses the one implementation.
+[[nodiscard]] std::shared_ptr<const Services> makeHostServices();
+
+} // namespace qk::platform
