@@ -86,7 +86,10 @@ function(qk_add_library)
     "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
   target_link_libraries(QKFoundation PRIVATE $<BUILD_INTERFACE:qk_build_flags> ${libraries} Threads::Threads)
   if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT QK_SANITIZE AND NOT QK_BUILD_FUZZERS)
-    target_link_options(QKFoundation PRIVATE LINKER:--no-undefined LINKER:-z,relro LINKER:-z,now)
+    set(map "${PROJECT_SOURCE_DIR}/cmake/exports.map")
+    target_link_options(QKFoundation PRIVATE
+      LINKER:--no-undefined LINKER:-z,relro LINKER:-z,now "LINKER:--version-script=${map}")
+    set_property(TARGET QKFoundation APPEND PROPERTY LINK_DEPENDS "${map}")
   endif()
 
   add_library(qk_testable STATIC EXCLUDE_FROM_ALL ${objects})

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/system_info/NSProcessInfo+OSVersion.h"
+#include "QKFoundation/system_info/QKHardwareInfo.h"
+
+#include <inttypes.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+static int failures = 0;
+
+static void expect(int holds, const char* what) {
+    if (!holds) {
+        fprintf(stderr, "does not hold: %s\n", what);
+        ++failures;
+    }
+}
+
+int main(void) {
+    char* model = getHardwareModel();
+    char* processor = getProcessorTypeName();
+    printf("model       %s\n", model != NULL ? model : "(none)");
+    printf("processor   %s\n", processor != NULL ? processor : "(none)");
+    printf("processors  %" PRIu32 " physical, %" PRIu32 " logical\n", getNumberOfPhysicalProcessors(),
+           getNumberOfLogicalProcessors());
+    printf("frequency   %" PRIu32 " MHz\n", getMaximumFrequencyOfProcessors());
+    printf("memory      %" PRIu64 " bytes in pages of %" PRIu64 "\n", getPhysicalMemorySize(),
+           getPhysicalMemoryPageSize());
+    printf("64 bit      %s\n", isProcessor64bit() ? "yes" : "no");
+    free(model);
+    free(processor);
+
+    char* end = NULL;
+    const long major = strtol(OSVersion(), &end, 10);
+    expect(*end == '.', "OSVersion starts with the major number and a point");
+    const long minor = strtol(end + 1, &end, 10);
+    expect(*end == '\0', "OSVersion ends after the minor number");
+    printf("version     %s\n", OSVersionLong());
+    expect(strncmp(OSVersionLong(), OSVersion(), strlen(OSVersion())) == 0, "OSVersionLong goes on where OSVersion ends");
+    expect(OSXVersionIs(major, minor), "the version is itself");
+    expect(!OSXVersionIs(major, minor + 1), "the version is not another");
+    expect(OSXVersionGreaterThan(major, minor - 1), "the version is greater than the minor one before");
+    expect(OSXVersionLessThan(major + 1, 0), "the version is less than the next major one");
+    return failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+}
