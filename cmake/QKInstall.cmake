@@ -9,22 +9,11 @@ include(CMakePackageConfigHelpers)
 set(qk_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/QKFoundation")
 
 install(TARGETS QKFoundation EXPORT QKFoundationTargets
-  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Runtime NAMELINK_COMPONENT Development)
+  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Runtime NAMELINK_COMPONENT Development
+  FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT Development)
 install(FILES QKFoundation/resources/Info.plist
   DESTINATION "${CMAKE_INSTALL_DATADIR}/qkfoundation" COMPONENT Runtime)
 install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Runtime)
-
-# The public headers: what `cmake/check-floors --public-headers` prints.
-install(DIRECTORY QKFoundation/
-  DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/QKFoundation" COMPONENT Development
-  FILES_MATCHING PATTERN "*.h"
-  PATTERN "internal" EXCLUDE
-  PATTERN "platform/values/unicode" EXCLUDE
-  PATTERN "platform/linux" EXCLUDE
-  PATTERN "resources" EXCLUDE)
-file(GLOB qk_bridges CONFIGURE_DEPENDS QKFoundation/platform/linux/*Bridge.h)
-install(FILES ${qk_bridges}
-  DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/QKFoundation/platform/linux" COMPONENT Development)
 
 install(EXPORT QKFoundationTargets NAMESPACE QKFoundation::
   DESTINATION "${qk_package_dir}" COMPONENT Development)

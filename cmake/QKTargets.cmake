@@ -57,6 +57,17 @@ function(qk_floor target)
   set_property(GLOBAL APPEND PROPERTY QK_FLOOR_LIBRARIES ${arg_PRIVATE_LIBRARIES})
 endfunction()
 
+# qk_public_headers(<variable>): the umbrella header, what it includes, and the bridges to host loops, which it cannot
+# include because each needs its loop. cmake/check-floors holds that list complete.
+function(qk_public_headers variable)
+  set(umbrella "${PROJECT_SOURCE_DIR}/QKFoundation/QKFoundation.h")
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${umbrella}")
+  file(STRINGS "${umbrella}" headers REGEX "^#include \"QKFoundation/")
+  list(TRANSFORM headers REPLACE "^#include \"([^\"]+)\".*" "${PROJECT_SOURCE_DIR}/\\1")
+  file(GLOB bridges CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/QKFoundation/platform/linux/*Bridge.h")
+  set(${variable} "${umbrella}" ${headers} ${bridges} PARENT_SCOPE)
+endfunction()
+
 # The shared library QKFoundation and, from the same objects, the static library qk_testable, which also shows what the
 # shared one hides.
 function(qk_add_library)
@@ -82,8 +93,8 @@ function(qk_add_library)
   set_target_properties(QKFoundation PROPERTIES
     LINKER_LANGUAGE CXX VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
   target_compile_features(QKFoundation INTERFACE cxx_std_20)
-  target_include_directories(QKFoundation INTERFACE
-    "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
+  qk_public_headers(headers)
+  target_sources(QKFoundation PUBLIC FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}" FILES ${headers})
   target_link_libraries(QKFoundation PRIVATE $<BUILD_INTERFACE:qk_build_flags> ${libraries} Threads::Threads)
   if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT QK_SANITIZE AND NOT QK_BUILD_FUZZERS)
     set(map "${PROJECT_SOURCE_DIR}/cmake/exports.map")

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "QKFoundation/system_info/NSProcessInfo+OSVersion.h"
-#include "QKFoundation/system_info/QKHardwareInfo.h"
+#include "QKFoundation/system_info/OSXVersion.h"
+#include "QKFoundation/system_info/QKHardwareFunctions.h"
 
 #include <inttypes.h>
 #include <stdio.h>
