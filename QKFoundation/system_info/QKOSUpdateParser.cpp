@@ -132,8 +132,8 @@ std::optional<NSDictionary> QKOSUpdateParser::parseNewStyleSecondLine(const std:
         return std::nullopt;
     }
     NSMutableDictionary entry;
-    const std::size_t comma = line->find(u",").value_or(line->length());
-    const NSString head = line->substringToIndex(comma);
+    const auto comma = line->find(u",");
+    const NSString head = line->substringToIndex(comma.value_or(0));
     NSString description;
     NSString version;
     if (const auto parenthesis = head.find(u" (")) {
@@ -145,7 +145,7 @@ std::optional<NSDictionary> QKOSUpdateParser::parseNewStyleSecondLine(const std:
     }
     entry.setObject(description, "description");
     entry.setObject(version, "version");
-    addSizeAndFlags(behindComma(*line, comma), entry);
+    addSizeAndFlags(comma.has_value() ? behindComma(*line, *comma) : NSString(), entry);
     return entry.copy();
 }
 

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "QKFoundation/platform/memory/MemoryFileManager.h"
+#include "QKFoundation/platform/memory/MemoryKernel.h"
+#include "QKFoundation/platform/memory/MemoryNames.h"
+#include "QKFoundation/platform/memory/MemoryTaskLauncher.h"
+#include "QKFoundation/platform/services/Services.h"
+
+#include <memory>
+
+namespace qk::platform::memory {
+
+/// A machine described in code: every service answers what it was told, and nothing before that. Hosts test their own code
+/// with it:
+///
+///     memory::Machine machine;
+///     machine.kernel.setSysctl("hw.memsize", std::uint64_t{8} << 30);
+///     const memory::ScopedMachine installed(machine);
+///     EXPECT_EQ(getPhysicalMemorySize(), 8'589'934'592);
+///
+/// It is deterministic: it looks at nothing of the real machine, starts no thread and reads no clock.
+/// Threads: the services may be told and asked anywhere at the same time.
+class QK_EXPORT Machine {
+public:
+    Machine();
+    Machine(const Machine&) = delete;
+    Machine& operator=(const Machine&) = delete;
+    ~Machine();
+
+    /// The services of this machine. They live as long as anyone holds them, also longer than the machine.
+    [[nodiscard]] std::shared_ptr<const Services> services() const { return services_; }
+
+    MemoryKernel& kernel;
+    MemoryProcessInfo& processInfo;
+    MemoryHost& host;
+    MemorySystemConfiguration& systemConfiguration;
+    MemoryTaskLauncher& taskLauncher;
+    MemoryFileManager& fileManager;
+
+private:
+    explicit Machine(std::shared_ptr<const Services> services);
+
+    std::shared_ptr<const Services> services_;
+};
+
+/// Makes `machine` the machine that every operation of this process asks, for a scope. Scopes nest; they end in the reverse order of
+/// their beginning.
+class QK_EXPORT ScopedMachine {
+public:
+    explicit ScopedMachine(const Machine& machine);
+    ScopedMachine(const ScopedMachine&) = delete;
+    ScopedMachine& operator=(const ScopedMachine&) = delete;
+    ~ScopedMachine();
+
+private:
+    std::shared_ptr<const Services> previous_;
+};
+
+} // namespace qk::platform::memory

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/platform/memory/MemoryFileManager.h"
+
+#include <utility>
+
+namespace qk::platform::memory {
+namespace {
+
+// Without runs of "/" and without a trailing one, but for "/" itself.
+NSString normalized(const NSString& path) { return path.stringByAppendingPathComponent(NSString()); }
+
+} // namespace
+
+MemoryFileManager::MemoryFileManager() { entries_["/"] = {Directory{}}; }
+
+void MemoryFileManager::addDirectory(const NSString& path) {
+    const std::scoped_lock lock(mutex_);
+    createDirectories(normalized(path));
+}
+
+void MemoryFileManager::addFile(const NSString& path) { add(path, {File{}}); }
+
+void MemoryFileManager::addPropertyList(const NSString& path, const NSDictionary& dictionary) {
+    add(path, {dictionary});
+}
+
+void MemoryFileManager::add(const NSString& path, Entry entry) {
+    const std::scoped_lock lock(mutex_);
+    const NSString name = normalized(path);
+    createDirectories(name.stringByDeletingLastPathComponent());
+    entries_[name] = std::move(entry);
+}
+
+void MemoryFileManager::denyReading(const NSString& path) {
+    const std::scoped_lock lock(mutex_);
+    if (const auto found = entries_.find(normalized(path)); found != entries_.end()) {
+        found->second.readable = false;
+    }
+}
+
+void MemoryFileManager::remove(const NSString& path) {
+    const std::scoped_lock lock(mutex_);
+    const NSString name = normalized(path);
+    const NSString below = name + "/";
+    std::erase_if(entries_, [&](const auto& entry) { return entry.first == name || entry.first.hasPrefix(below); });
+}
+
+bool MemoryFileManager::isDirectory(const NSString& path) const {
+    const std::scoped_lock lock(mutex_);
+    const Entry* entry = entryAt(normalized(path));
+    return entry != nullptr && std::holds_alternative<Directory>(entry->content);
+}
+
+bool MemoryFileManager::createDirectoryAtPath(const NSString& path, bool withIntermediateDirectories) {
+    const std::scoped_lock lock(mutex_);
+    const NSString name = normalized(path);
+    if (!name.isAbsolutePath()) {
+        return false;
+    }
+    if (withIntermediateDirectories) {
+        return createDirectories(name);
+    }
+    const Entry* parent = entryAt(name.stringByDeletingLastPathComponent());
+    if (entryAt(name) != nullptr || parent == nullptr || !std::holds_alternative<Directory>(parent->content)) {
+        return false;
+    }
+    entries_[name] = {Directory{}};
+    return true;
+}
+
+std::optional<std::vector<NSString>> MemoryFileManager::contentsOfDirectoryAtPath(const NSString& path) const {
+    const std::scoped_lock lock(mutex_);
+    const NSString name = normalized(path);
+    const Entry* entry = entryAt(name);
+    if (entry == nullptr || !entry->readable || !std::holds_alternative<Directory>(entry->content)) {
+        return std::nullopt;
+    }
+    std::vector<NSString> names;
+    for (const auto& [each, content] : entries_) {
+        if (each != name && each.stringByDeletingLastPathComponent() == name) {
+            names.push_back(each.lastPathComponent());
+        }
+    }
+    return names;
+}
+
+std::optional<NSDictionary> MemoryFileManager::dictionaryWithContentsOfFile(const NSString& path) const {
+    const std::scoped_lock lock(mutex_);
+    const Entry* entry = entryAt(normalized(path));
+    const auto* dictionary = entry != nullptr ? std::get_if<NSDictionary>(&entry->content) : nullptr;
+    return dictionary != nullptr && entry->readable ? std::optional(*dictionary) : std::nullopt;
+}
+
+const MemoryFileManager::Entry* MemoryFileManager::entryAt(const NSString& path) const {
+    const auto found = entries_.find(path);
+    return found != entries_.end() ? &found->second : nullptr;
+}
+
+bool MemoryFileManager::createDirectories(const NSString& path) {
+    if (const Entry* entry = entryAt(path)) {
+        return std::holds_alternative<Directory>(entry->content);
+    }
+    const NSString parent = path.stringByDeletingLastPathComponent();
+    if (parent.isEmpty() || !createDirectories(parent)) {
+        return false;
+    }
+    entries_[path] = {Directory{}};
+    return true;
+}
+
+} // namespace qk::platform::memory

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/platform/memory/MemoryNames.h"
+
+namespace qk::platform::memory {
+
+void MemoryProcessInfo::setOperatingSystemVersion(const std::optional<NSOperatingSystemVersion>& version) {
+    const std::scoped_lock lock(mutex_);
+    version_ = version;
+}
+
+void MemoryProcessInfo::setGestalt(GestaltSelector selector, std::optional<std::int32_t> number) {
+    const std::scoped_lock lock(mutex_);
+    if (number.has_value()) {
+        gestalt_[selector] = *number;
+    } else {
+        gestalt_.erase(selector);
+    }
+}
+
+std::optional<NSOperatingSystemVersion> MemoryProcessInfo::operatingSystemVersion() const {
+    const std::scoped_lock lock(mutex_);
+    return version_;
+}
+
+std::optional<std::int32_t> MemoryProcessInfo::gestalt(GestaltSelector selector) const {
+    const std::scoped_lock lock(mutex_);
+    const auto found = gestalt_.find(selector);
+    return found != gestalt_.end() ? std::optional(found->second) : std::nullopt;
+}
+
+void MemoryHost::setUserName(const std::optional<NSString>& name) {
+    const std::scoped_lock lock(mutex_);
+    userName_ = name;
+}
+
+void MemoryHost::setLocalizedName(const std::optional<NSString>& name) {
+    const std::scoped_lock lock(mutex_);
+    localizedName_ = name;
+}
+
+std::optional<NSString> MemoryHost::userName() const {
+    const std::scoped_lock lock(mutex_);
+    return userName_;
+}
+
+std::optional<NSString> MemoryHost::localizedName() const {
+    const std::scoped_lock lock(mutex_);
+    return localizedName_;
+}
+
+void MemorySystemConfiguration::setComputerName(const std::optional<NSString>& name) {
+    const std::scoped_lock lock(mutex_);
+    computerName_ = name;
+}
+
+std::optional<NSString> MemorySystemConfiguration::copyComputerName() const {
+    const std::scoped_lock lock(mutex_);
+    return computerName_;
+}
+
+} // namespace qk::platform::memory

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "QKFoundation/platform/services/Host.h"
+#include "QKFoundation/platform/services/ProcessInfo.h"
+#include "QKFoundation/platform/services/SystemConfiguration.h"
+
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <optional>
+
+namespace qk::platform::memory {
+
+/// A process-information object that tells the version it was given, or leaves it to the older way. Threads: any, at the same time.
+class QK_EXPORT MemoryProcessInfo final : public ProcessInfo {
+public:
+    /// The object responds with `version`; with nothing it does not respond.
+    void setOperatingSystemVersion(const std::optional<NSOperatingSystemVersion>& version);
+
+    /// The older way answers `selector` with `number`; with nothing it does not answer.
+    void setGestalt(GestaltSelector selector, std::optional<std::int32_t> number);
+
+    [[nodiscard]] std::optional<NSOperatingSystemVersion> operatingSystemVersion() const override;
+    [[nodiscard]] std::optional<std::int32_t> gestalt(GestaltSelector selector) const override;
+
+private:
+    mutable std::mutex mutex_;
+    std::optional<NSOperatingSystemVersion> version_;
+    std::map<GestaltSelector, std::int32_t> gestalt_;
+};
+
+/// A host with the names it was given. Threads: any, at the same time.
+class QK_EXPORT MemoryHost final : public Host {
+public:
+    void setUserName(const std::optional<NSString>& name);
+    void setLocalizedName(const std::optional<NSString>& name);
+
+    [[nodiscard]] std::optional<NSString> userName() const override;
+    [[nodiscard]] std::optional<NSString> localizedName() const override;
+
+private:
+    mutable std::mutex mutex_;
+    std::optional<NSString> userName_;
+    std::optional<NSString> localizedName_;
+};
+
+/// A configuration store with the name it was given. Threads: any, at the same time.
+class QK_EXPORT MemorySystemConfiguration final : public SystemConfiguration {
+public:
+    void setComputerName(const std::optional<NSString>& name);
+
+    [[nodiscard]] std::optional<NSString> copyComputerName() const override;
+
+private:
+    mutable std::mutex mutex_;
+    std::optional<NSString> computerName_;
+};
+
+} // namespace qk::platform::memory
