@@ -117,6 +117,22 @@ function(qk_executable name)
   target_link_libraries(${name} PRIVATE qk_build_flags ${arg_LIBRARIES})
 endfunction()
 
+# qk_install_program(<target> [HELPER])
+# Installs a program, a helper that only the library starts under libexec. It finds the library beside itself, wherever
+# the tree is moved to.
+function(qk_install_program target)
+  cmake_parse_arguments(arg "HELPER" "" "" ${ARGN})
+  set(folder "${CMAKE_INSTALL_BINDIR}")
+  if(arg_HELPER)
+    set(folder "${CMAKE_INSTALL_LIBEXECDIR}/qkfoundation")
+  endif()
+  file(RELATIVE_PATH to_library "/${folder}" "/${CMAKE_INSTALL_LIBDIR}")
+  set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${to_library}")
+  if(QK_INSTALL)
+    install(TARGETS ${target} RUNTIME DESTINATION "${folder}" COMPONENT Runtime)
+  endif()
+endfunction()
+
 # qk_test(<name> SOURCES <file>... [LIBRARIES <library>...] [LABELS <label>...])
 # A GoogleTest program. The label "threads" puts it into the run under ThreadSanitizer.
 function(qk_test name)

@@ -7,12 +7,3 @@
 #else
 #define QK_EXPORT
 #endif
-
-/// Brackets declarations with C linkage in headers that C and C++ share.
-#ifdef __cplusplus
-#define QK_C_BEGIN extern "C" {
-#define QK_C_END }
-#else
-#define QK_C_BEGIN
-#define QK_C_END
-#endif
