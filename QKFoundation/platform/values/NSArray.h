@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "QKFoundation/platform/Export.h"
+
+#include <cstddef>
+#include <initializer_list>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace qk {
+
+class NSString;
+class Value;
+
+/// Immutable values in order. Copying shares them. Threads: may be read, copied and destroyed anywhere at the same
+/// time.
+class QK_EXPORT NSArray {
+public:
+    /// No values. Allocates nothing.
+    NSArray() noexcept = default;
+    NSArray(std::initializer_list<Value> values);
+    explicit NSArray(std::vector<Value> values);
+    explicit NSArray(const std::vector<NSString>& strings);
+
+    [[nodiscard]] std::size_t count() const noexcept;
+    [[nodiscard]] bool isEmpty() const noexcept { return count() == 0; }
+
+    /// Valid as long as this array or a copy of it lives.
+    [[nodiscard]] std::span<const Value> values() const noexcept;
+    [[nodiscard]] const Value* begin() const noexcept;
+    [[nodiscard]] const Value* end() const noexcept;
+
+    /// The value at `index`, which is below `count`.
+    [[nodiscard]] const Value& operator[](std::size_t index) const noexcept;
+
+    /// `arrayByAddingObject:`. A new array with `value` at its end.
+    [[nodiscard]] NSArray arrayByAddingObject(const Value& value) const;
+
+    /// The number of values: equal arrays have equal counts, and no array is walked for its hash.
+    [[nodiscard]] std::size_t hash() const noexcept { return count(); }
+    QK_EXPORT friend bool operator==(const NSArray& left, const NSArray& right);
+
+private:
+    std::shared_ptr<const std::vector<Value>> values_; // null when empty
+};
+
+} // namespace qk
+
+#include "QKFoundation/platform/values/Value.h" // the element type, which holds arrays itself

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/platform/values/NSStringStorage.h"
+#include "QKFoundation/platform/values/WideElements.h"
+#include "QKFoundation/platform/values/unicode/Scalar.h"
+#include "QKFoundation/platform/values/unicode/Transcode.h"
+
+#include <array>
+#include <memory>
+
+namespace qk {
+
+using internal::StorageBuilder;
+
+namespace {
+
+/// Texts up to this many units are converted on the stack first, so that their one block of memory has the exact size.
+constexpr std::size_t kShort = 64;
+
+constexpr char16_t kReplacement = u'\uFFFD';
+
+/// The UTF-8 form of `units` by `convert`, which is given room for three bytes per unit.
+template <typename Convert>
+auto encodeUTF8With(std::u16string_view units, Convert convert) {
+    if (units.size() <= kShort) {
+        std::array<char, 3 * kShort> buffer;
+        return convert(buffer.data());
+    }
+    const auto buffer = std::make_unique_for_overwrite<char[]>(3 * units.size());
+    return convert(buffer.get());
+}
+
+} // namespace
+
+std::optional<NSString> NSString::fromUTF8(std::string_view bytes) {
+    if (bytes.size() <= kShort) {
+        std::array<char16_t, kShort> buffer;
+        const auto length = unicode::utf8ToUTF16(bytes, buffer.data());
+        if (!length.has_value()) {
+            return std::nullopt;
+        }
+        return NSString(std::u16string_view(buffer.data(), *length));
+    }
+    StorageBuilder builder(bytes.size());
+    const auto length = unicode::utf8ToUTF16(bytes, builder.units());
+    if (!length.has_value()) {
+        return std::nullopt;
+    }
+    return builder.finish(*length);
+}
+
+NSString NSString::fromUTF8Lossy(std::string_view bytes) {
+    if (auto string = fromUTF8(bytes)) {
+        return *std::move(string);
+    }
+    StorageBuilder builder(bytes.size());
+    std::size_t length = 0;
+    while (!bytes.empty()) {
+        const auto [scalar, taken] = unicode::decodeUTF8(bytes.data(), bytes.size());
+        if (taken == 0) {
+            builder.units()[length++] = kReplacement;
+            bytes.remove_prefix(1);
+        } else {
+            length += unicode::encodeUTF16(scalar, builder.units() + length);
+            bytes.remove_prefix(taken);
+        }
+    }
+    return builder.finish(length);
+}
+
+NSString NSString::fromLiteral(std::string_view utf8) {
+    return fromUTF8Lossy(utf8);
+}
+
+std::optional<NSString> NSString::fromUTF32(std::wstring_view elements) {
+    if (elements.size() > internal::kMaxUnits / 2) {
+        throw std::bad_alloc();
+    }
+    if (2 * elements.size() <= kShort) {
+        std::array<char16_t, kShort> buffer;
+        const auto length = internal::wideToUTF16(elements, buffer.data());
+        return length.has_value() ? std::optional(NSString(std::u16string_view(buffer.data(), *length))) : std::nullopt;
+    }
+    StorageBuilder builder(2 * elements.size());
+    const auto length = internal::wideToUTF16(elements, builder.units());
+    if (!length.has_value()) {
+        return std::nullopt;
+    }
+    return builder.finish(*length);
+}
+
+std::optional<NSString> NSString::fromUTF32NoCopy(std::wstring_view elements) {
+    const auto length = internal::utf16LengthOfWide(elements);
+    if (!length.has_value()) {
+        return std::nullopt;
+    }
+    return *length == 0 ? NSString() : adopting(new internal::BorrowedStorage(elements, *length));
+}
+
+std::optional<std::string> NSString::utf8() const {
+    return encodeUTF8With(units(), [this](char* buffer) -> std::optional<std::string> {
+        const auto length = unicode::utf16ToUTF8(units(), buffer);
+        return length.has_value() ? std::optional(std::string(buffer, *length)) : std::nullopt;
+    });
+}
+
+std::string NSString::utf8Lossy(char loss) const {
+    return encodeUTF8With(units(), [this, loss](char* buffer) {
+        return std::string(buffer, unicode::utf16ToUTF8Lossy(units(), buffer, loss));
+    });
+}
+
+std::optional<std::wstring> NSString::utf32() const {
+    const std::wstring_view borrowed = internal::borrowedElements(storage_);
+    return borrowed.empty() ? internal::utf16ToWide(units(), std::nullopt) : std::wstring(borrowed);
+}
+
+std::wstring NSString::utf32Lossy(wchar_t loss) const {
+    const std::wstring_view borrowed = internal::borrowedElements(storage_);
+    return borrowed.empty() ? internal::utf16ToWide(units(), loss).value_or(std::wstring()) : std::wstring(borrowed);
+}
+
+} // namespace qk
