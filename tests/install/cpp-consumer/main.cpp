@@ -2,6 +2,7 @@
 // A host application that has the installed library and nothing else of this project.
 #include "QKFoundation/QKFoundation.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
@@ -47,7 +48,16 @@ void catchesWhatTheLibraryRaises() {
 }
 
 void asksAMachineOfItsOwn() {
-    // CONSUMER_MEMORY
+    namespace memory = qk::platform::memory;
+    memory::Machine machine;
+    machine.kernel.setSysctl("hw.model", "Imagined 3");
+    machine.kernel.setSysctl("hw.memsize", std::uint64_t{8} << 30);
+    {
+        const memory::ScopedMachine installed(machine);
+        expect(qk::QKHardwareInfo::model() == qk::NSString::fromUTF8("Imagined 3"), "a described machine answers");
+        expect(getPhysicalMemorySize() == std::uint64_t{8} << 30, "a described machine answers functions in C as well");
+        expect(!qk::QKHardwareInfo::processorTypeName(), "what was not described is absent");
+    }
 }
 
 } // namespace
