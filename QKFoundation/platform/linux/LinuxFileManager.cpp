@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/platform/linux/LinuxFileManager.h"
+
+#include "QKFoundation/platform/linux/FileSystemRepresentation.h"
+#include "QKFoundation/platform/linux/OperatingSystem.h"
+#include "QKFoundation/platform/linux/PropertyList.h"
+#include "QKFoundation/platform/linux/ReadBytes.h"
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <string>
+
+namespace qk::platform {
+namespace {
+
+constexpr mode_t kFolderMode = 0777; // cut down by the process's umask
+
+bool isFolder(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+// The folder above, without the "/" between; empty when there is none to make.
+std::string parentOf(const std::string& path) {
+    const std::size_t nameEnd = path.find_last_not_of('/');
+    const std::size_t slash = nameEnd == std::string::npos ? nameEnd : path.rfind('/', nameEnd);
+    const std::size_t parentEnd = slash == std::string::npos ? slash : path.find_last_not_of('/', slash);
+    return parentEnd == std::string::npos ? std::string() : path.substr(0, parentEnd + 1);
+}
+
+// Whether the folder is there in the end; another process may make the same one at the same time.
+bool makeFolders(const std::string& path) {
+    std::vector<std::string> missing;
+    for (std::string folder = path; !folder.empty() && !isFolder(folder); folder = parentOf(folder)) {
+        missing.push_back(folder);
+    }
+    while (!missing.empty()) {
+        if (::mkdir(missing.back().c_str(), kFolderMode) != 0 && errno != EEXIST) {
+            return false;
+        }
+        missing.pop_back();
+    }
+    return isFolder(path);
+}
+
+} // namespace
+
+bool LinuxFileManager::createDirectoryAtPath(const NSString& path, bool withIntermediateDirectories) {
+    const std::optional<std::string> bytes = fileSystemRepresentation(path);
+    if (!bytes.has_value() || bytes->empty()) {
+        return false;
+    }
+    const std::string file = root_.path(*bytes);
+    return withIntermediateDirectories ? makeFolders(file) : ::mkdir(file.c_str(), kFolderMode) == 0;
+}
+
+std::optional<std::vector<NSString>> LinuxFileManager::contentsOfDirectoryAtPath(const NSString& path) const {
+    const std::optional<std::string> bytes = fileSystemRepresentation(path);
+    if (!bytes.has_value()) {
+        return std::nullopt;
+    }
+    const std::optional<std::vector<std::string>> entries = readDirectory(root_.path(*bytes));
+    if (!entries.has_value()) {
+        return std::nullopt;
+    }
+    std::vector<NSString> names;
+    names.reserve(entries->size());
+    for (const std::string& entry : *entries) {
+        names.push_back(stringWithFileSystemRepresentation(entry));
+    }
+    return names;
+}
+
+std::optional<NSDictionary> LinuxFileManager::dictionaryWithContentsOfFile(const NSString& path) const {
+    if (path == "/System/Library/CoreServices/SystemVersion.plist") {
+        return systemVersion();
+    }
+    const std::optional<std::string> bytes = fileSystemRepresentation(path);
+    if (!bytes.has_value()) {
+        return std::nullopt;
+    }
+    const std::optional<std::string> content = readBytes(root_.path(*bytes), kPropertyListLimit);
+    const std::optional<Value> list = content.has_value() ? propertyList(*content) : std::nullopt;
+    const NSDictionary* dictionary = list.has_value() ? list->as<NSDictionary>() : nullptr;
+    return dictionary != nullptr ? std::optional(*dictionary) : std::nullopt;
+}
+
+std::optional<NSDictionary> LinuxFileManager::systemVersion() const {
+    const std::optional<parse::Assignments> release = operatingsystem::release(root_);
+    if (!release.has_value()) {
+        return std::nullopt;
+    }
+    NSMutableDictionary dictionary;
+    const auto add = [&dictionary](const NSString& key, const std::optional<std::string>& text) {
+        if (text.has_value()) {
+            dictionary.setObject(NSString::fromUTF8Lossy(*text), key);
+        }
+    };
+    add("ProductName", operatingsystem::value(*release, "NAME"));
+    add("ProductVersion", operatingsystem::value(*release, "VERSION_ID"));
+    add("ProductBuildVersion", operatingsystem::build(root_));
+    return dictionary.copy();
+}
+
+} // namespace qk::platform

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/platform/linux/LinuxServices.h"
+
+#include "QKFoundation/platform/linux/LinuxFileManager.h"
+#include "QKFoundation/platform/linux/LinuxHost.h"
+#include "QKFoundation/platform/linux/LinuxKernel.h"
+#include "QKFoundation/platform/linux/LinuxProcessInfo.h"
+#include "QKFoundation/platform/linux/LinuxSystemConfiguration.h"
+#include "QKFoundation/platform/linux/LinuxTaskLauncher.h"
+#include "QKFoundation/platform/linux/UpdateTool.h"
+
+#include <utility>
+#include <vector>
+
+namespace qk::platform {
+namespace {
+
+std::vector<ProgramSubstitute> substitutes() {
+    std::vector<ProgramSubstitute> result;
+    if (std::optional<std::string> tool = locateUpdateTool(); tool.has_value()) {
+        result.push_back({kUpdateToolPath, *std::move(tool)});
+    }
+    return result;
+}
+
+} // namespace
+
+Services makeLinuxServices(const LinuxRoot& root) {
+    return {.kernel = std::make_shared<LinuxKernel>(root),
+            .processInfo = std::make_shared<LinuxProcessInfo>(root),
+            .host = std::make_shared<LinuxHost>(root),
+            .systemConfiguration = std::make_shared<LinuxSystemConfiguration>(root),
+            .taskLauncher = std::make_shared<LinuxTaskLauncher>(substitutes()),
+            .fileManager = std::make_shared<LinuxFileManager>(root)};
+}
+
+std::shared_ptr<const Services> makeHostServices() {
+    return std::make_shared<const Services>(makeLinuxServices());
+}
+
+} // namespace qk::platform
