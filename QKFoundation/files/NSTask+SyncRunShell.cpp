@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/files/NSTask+SyncRunShell.h"
-
 #include "QKFoundation/files/internal/Tasks.h"
 #include "QKFoundation/platform/objects/NSException.h"
 

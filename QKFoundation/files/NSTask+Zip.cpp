@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/files/NSTask+Zip.h"
-
 #include "QKFoundation/files/internal/Tasks.h"
 
 namespace qk {

@@ -6,15 +6,15 @@
 
 namespace qk {
 
-/// Owns one reference to a string, or holds null. Threads: one handle is used by one thread at a time; handles of the same
-/// string need no care.
+/// Owns one reference to a string, or holds null. Threads: one handle is used by one thread at a time; handles of the
+/// same string need no care.
 class QK_EXPORT CFStringHolder {
 public:
     /// Holds null.
     CFStringHolder() noexcept = default;
 
-    /// Takes over the one reference that the caller holds on `string`, as after a call that creates one; it is not retained.
-    /// `string` may be null.
+    /// Takes over the one reference that the caller holds on `string`, as after a call that creates one; it is not
+    /// retained. `string` may be null.
     explicit CFStringHolder(CFStringRef string) noexcept : string_(string) {}
 
     /// Retains the string of `other`.

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/system_info/NSProcessInfo+OSVersion.h"
-
 #include "QKFoundation/system_info/internal/OSVersion.h"
 
 #include <array>
@@ -56,15 +55,23 @@ bool internal::versionIsLessThan(const NSOperatingSystemVersion& version, std::i
 namespace NSProcessInfo_OSVersion {
 namespace {
 
-NSOperatingSystemVersion running() { return internal::OSXVersion(*platform::services()); }
+NSOperatingSystemVersion running() {
+    return internal::OSXVersion(*platform::services());
+}
 
 } // namespace
 
-NSString OSVersionString() { return internal::versionString(running()); }
+NSString OSVersionString() {
+    return internal::versionString(running());
+}
 
-NSString OSVersionLongString() { return internal::versionLongString(running()); }
+NSString OSVersionLongString() {
+    return internal::versionLongString(running());
+}
 
-std::optional<NSString> OSVersionCodeName() { return internal::versionCodeName(running()); }
+std::optional<NSString> OSVersionCodeName() {
+    return internal::versionCodeName(running());
+}
 
 bool OSVersionIsEqualTo(std::int64_t majorVersion, std::int64_t minorVersion) {
     return internal::versionIs(running(), majorVersion, minorVersion);

@@ -41,7 +41,8 @@ CText getHardwareInfoStringWithName(const platform::Services& services, const ch
     if (size == 0) {
         return nullptr;
     }
-    // Zeroed, and one byte more than the fact takes: the text ends even when the second read fails or leaves the zero byte out.
+    // Zeroed, and one byte more than the fact takes: the text ends even when the second read fails or leaves the zero
+    // byte out.
     CText text(static_cast<char*>(std::calloc(size + 1, 1)));
     if (text != nullptr) {
         services.kernel->sysctlbyname(name, text.get(), &size);
@@ -109,9 +110,13 @@ bool isProcessor64bit(const platform::Services& services) {
 
 } // namespace qk::internal
 
-char* getHardwareModel(void) { return qk::internal::getHardwareModel(*qk::platform::services()).release(); }
+char* getHardwareModel(void) {
+    return qk::internal::getHardwareModel(*qk::platform::services()).release();
+}
 
-char* getProcessorTypeName(void) { return qk::internal::getProcessorTypeName(*qk::platform::services()).release(); }
+char* getProcessorTypeName(void) {
+    return qk::internal::getProcessorTypeName(*qk::platform::services()).release();
+}
 
 uint32_t getNumberOfPhysicalProcessors(void) {
     return qk::internal::getNumberOfPhysicalProcessors(*qk::platform::services());
@@ -125,8 +130,14 @@ uint32_t getMaximumFrequencyOfProcessors(void) {
     return qk::internal::getMaximumFrequencyOfProcessors(*qk::platform::services());
 }
 
-uint64_t getPhysicalMemorySize(void) { return qk::internal::getPhysicalMemorySize(*qk::platform::services()); }
+uint64_t getPhysicalMemorySize(void) {
+    return qk::internal::getPhysicalMemorySize(*qk::platform::services());
+}
 
-uint64_t getPhysicalMemoryPageSize(void) { return qk::internal::getPhysicalMemoryPageSize(*qk::platform::services()); }
+uint64_t getPhysicalMemoryPageSize(void) {
+    return qk::internal::getPhysicalMemoryPageSize(*qk::platform::services());
+}
 
-bool isProcessor64bit(void) { return qk::internal::isProcessor64bit(*qk::platform::services()); }
+bool isProcessor64bit(void) {
+    return qk::internal::isProcessor64bit(*qk::platform::services());
+}

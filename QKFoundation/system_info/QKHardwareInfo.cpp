@@ -57,14 +57,24 @@ std::optional<NSDate> internal::bootDate(const platform::Services& services) {
     return NSDate::dateWithTimeIntervalSince1970(static_cast<double>(time.seconds));
 }
 
-std::optional<NSString> QKHardwareInfo::model() { return internal::model(*services()); }
+std::optional<NSString> QKHardwareInfo::model() {
+    return internal::model(*services());
+}
 
-std::optional<NSString> QKHardwareInfo::osRevision() { return internal::osRevision(*services()); }
+std::optional<NSString> QKHardwareInfo::osRevision() {
+    return internal::osRevision(*services());
+}
 
-std::optional<NSString> QKHardwareInfo::processorTypeName() { return internal::processorTypeName(*services()); }
+std::optional<NSString> QKHardwareInfo::processorTypeName() {
+    return internal::processorTypeName(*services());
+}
 
-std::optional<NSString> QKHardwareInfo::kernelVersion() { return internal::kernelVersion(*services()); }
+std::optional<NSString> QKHardwareInfo::kernelVersion() {
+    return internal::kernelVersion(*services());
+}
 
-std::optional<NSDate> QKHardwareInfo::bootDate() { return internal::bootDate(*services()); }
+std::optional<NSDate> QKHardwareInfo::bootDate() {
+    return internal::bootDate(*services());
+}
 
 } // namespace qk

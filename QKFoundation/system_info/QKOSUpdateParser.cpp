@@ -15,7 +15,9 @@ constexpr std::u16string_view kStarMarker = u"   * ";
 constexpr std::u16string_view kHyphenMarker = u"   - ";
 
 // The text from two units behind a comma: the comma and the one behind it, normally a blank, are skipped unseen.
-NSString behindComma(const NSString& text, std::size_t comma) { return text.substringFromIndex(comma + 2); }
+NSString behindComma(const NSString& text, std::size_t comma) {
+    return text.substringFromIndex(comma + 2);
+}
 
 // "size", "restart" and "recommended" from the end of an entry's second line, such as "20480K [restart]".
 void addSizeAndFlags(const NSString& tail, NSMutableDictionary& entry) {
@@ -32,9 +34,12 @@ void addSizeAndFlags(const NSString& tail, NSMutableDictionary& entry) {
     entry.setObject(tail.contains(u"[recommended]"), "recommended");
 }
 
-bool isMissing(const std::optional<NSString>& text) { return !text.has_value() || text->isEmpty(); }
+bool isMissing(const std::optional<NSString>& text) {
+    return !text.has_value() || text->isEmpty();
+}
 
-// The pieces of the listing between the markers, empty ones removed. The text is split at the stars first: where the two markers overlap, the star wins.
+// The pieces of the listing between the markers, empty ones removed. The text is split at the stars first: where the
+// two markers overlap, the star wins.
 std::vector<NSString> entriesOf(const NSString& body) {
     std::vector<NSString> entries;
     for (const NSString& piece : body.componentsSeparatedByString(NSString(kStarMarker))) {
@@ -63,7 +68,9 @@ const ClassDescription& QKOSUpdateParser::describedClass() {
     return description;
 }
 
-const ClassDescription& QKOSUpdateParser::classDescription() const { return describedClass(); }
+const ClassDescription& QKOSUpdateParser::classDescription() const {
+    return describedClass();
+}
 
 std::shared_ptr<QKOSUpdateParser> QKOSUpdateParser::initWithString(const std::optional<Value>& string) {
     return std::shared_ptr<QKOSUpdateParser>(new QKOSUpdateParser(string));
@@ -101,14 +108,9 @@ std::optional<NSDictionary> QKOSUpdateParser::parseEntry(const NSString& entry) 
     const NSString secondLine = lines[1].stringByTrimmingWhitespace();
     std::optional<NSDictionary> second;
     switch (numberOfOccurencesOfString(",", secondLine)) {
-    case 2:
-        second = parseOldStyleSecondLine(secondLine);
-        break;
-    case 1:
-        second = parseNewStyleSecondLine(secondLine);
-        break;
-    default:
-        return std::nullopt;
+    case 2: second = parseOldStyleSecondLine(secondLine); break;
+    case 1: second = parseNewStyleSecondLine(secondLine); break;
+    default: return std::nullopt;
     }
     if (!first.has_value() || !second.has_value() ||
         *first->objectForKey("version") != *second->objectForKey("version")) {

@@ -41,16 +41,28 @@ std::optional<NSArray> internal::osUpdates(const platform::Services& services) {
     return parser->startParsing() ? parser->parsedObjects() : std::nullopt;
 }
 
-std::optional<NSString> QKSystemInfo::username() { return services()->host->userName(); }
+std::optional<NSString> QKSystemInfo::username() {
+    return services()->host->userName();
+}
 
-std::optional<NSString> QKSystemInfo::computerName() { return internal::computerName(*services()); }
+std::optional<NSString> QKSystemInfo::computerName() {
+    return internal::computerName(*services());
+}
 
-NSString QKSystemInfo::osManufacturer() { return "Apple"; }
+NSString QKSystemInfo::osManufacturer() {
+    return "Apple";
+}
 
-std::optional<NSString> QKSystemInfo::osProductName() { return internal::osProductName(*services()); }
+std::optional<NSString> QKSystemInfo::osProductName() {
+    return internal::osProductName(*services());
+}
 
-NSString QKSystemInfo::osVersionDescription() { return internal::osVersionDescription(*services()); }
+NSString QKSystemInfo::osVersionDescription() {
+    return internal::osVersionDescription(*services());
+}
 
-std::optional<NSArray> QKSystemInfo::osUpdates() { return internal::osUpdates(*services()); }
+std::optional<NSArray> QKSystemInfo::osUpdates() {
+    return internal::osUpdates(*services());
+}
 
 } // namespace qk

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/files/NSTask+SyncRunShell.h"
-
 #include "QKFoundation/platform/memory/Machine.h"
 #include "QKFoundation/platform/objects/NSException.h"
 

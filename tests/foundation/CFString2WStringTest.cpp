@@ -10,20 +10,27 @@ using namespace std::string_literals;
 namespace qk {
 namespace {
 
-TEST(CFString2WString, NullGivesTheEmptyWideString) { EXPECT_EQ(CFString2WString(nullptr), L""); }
+TEST(CFString2WString, NullGivesTheEmptyWideString) {
+    EXPECT_EQ(CFString2WString(nullptr), L"");
+}
 
 TEST(CFString2WString, TheEmptyStringGivesTheEmptyWideString) {
     EXPECT_EQ(CFString2WString(NSString().storage()), L"");
 }
 
-TEST(CFString2WString, KeepsZeroUnits) { EXPECT_EQ(CFString2WString(NSString(u"a\0b"s).storage()), L"a\0b"s); }
+TEST(CFString2WString, KeepsZeroUnits) {
+    EXPECT_EQ(CFString2WString(NSString(u"a\0b"s).storage()), L"a\0b"s);
+}
 
 TEST(CFString2WString, TwoUnitsOutsideTheBasicPlaneBecomeOneElement) {
     EXPECT_EQ(CFString2WString(NSString(u"x\U0001F600y").storage()), L"x\U0001F600y"s);
 }
 
 TEST(CFString2WString, EveryLoneSurrogateBecomesAQuestionMark) {
-    EXPECT_EQ(CFString2WString(NSString(u"a\xD83D\xD83D"s u"b\xDE00"s).storage()), L"a??b?"s);
+    EXPECT_EQ(CFString2WString(NSString(u"a\xD83D\xD83D"s
+                                        u"b\xDE00"s)
+                                   .storage()),
+              L"a??b?"s);
 }
 
 TEST(CFString2WString, LeavesTheCountOfReferencesAsItWas) {
@@ -61,32 +68,40 @@ TEST(WString2CFString, StopsAtTheFirstZeroElement) {
     EXPECT_EQ(NSString::sharing(WString2CFString(wide)), NSString(u"ab"));
 }
 
-TEST(PrecomposedWString, OfTheEmptyStringIsEmpty) { EXPECT_EQ(PrecomposedWString(L""), L""); }
+TEST(PrecomposedWString, OfTheEmptyStringIsEmpty) {
+    EXPECT_EQ(PrecomposedWString(L""), L"");
+}
 
-TEST(PrecomposedWString, OfAMalformedStringIsEmpty) { EXPECT_EQ(PrecomposedWString({L'a', 0x110000}), L""); }
+TEST(PrecomposedWString, OfAMalformedStringIsEmpty) {
+    EXPECT_EQ(PrecomposedWString({L'a', 0x110000}), L"");
+}
 
-TEST(PrecomposedWString, JoinsALetterAndItsAccent) { EXPECT_EQ(PrecomposedWString(L"e\u0301"), L"\u00E9"); }
+TEST(PrecomposedWString, JoinsALetterAndItsAccent) {
+    EXPECT_EQ(PrecomposedWString(L"e\u0301"), L"\u00E9");
+}
 
-TEST(PrecomposedWString, StopsAtTheFirstZeroElement) { EXPECT_EQ(PrecomposedWString(L"e\u0301\0e"s), L"\u00E9"); }
+TEST(PrecomposedWString, StopsAtTheFirstZeroElement) {
+    EXPECT_EQ(PrecomposedWString(L"e\u0301\0e"s), L"\u00E9");
+}
 
 TEST(PrecomposedWString, ComposesCanonicallyAndNoMore) {
     const struct {
         const wchar_t* given;
         const wchar_t* composed;
     } rows[] = {
-        {L"\u212B", L"\u00C5"},                     // a singleton changes though nothing was apart
-        {L"\u2126", L"\u03A9"},                     //
-        {L"\uF900", L"\u8C48"},                     //
-        {L"\u0915\u093C", L"\u0915\u093C"},         // excluded from composition
-        {L"\u0958", L"\u0915\u093C"},               // ... and taken apart when it comes composed
-        {L"\uFB01", L"\uFB01"},                     // a compatibility form stays
-        {L"\u1100\u1161\u11A8", L"\uAC01"},         // Hangul
-        {L"\uAC00\u11A8", L"\uAC01"},               //
-        {L"\uAC01\u11A8", L"\uAC01\u11A8"},         // a full syllable takes no more
-        {L"a\u0301\u0323", L"\u1EA1\u0301"},        // marks are brought into order first
-        {L"e\u0301\u0301", L"\u00E9\u0301"},        // the second mark is blocked
+        {L"\u212B", L"\u00C5"},                         // a singleton changes though nothing was apart
+        {L"\u2126", L"\u03A9"},                         //
+        {L"\uF900", L"\u8C48"},                         //
+        {L"\u0915\u093C", L"\u0915\u093C"},             // excluded from composition
+        {L"\u0958", L"\u0915\u093C"},                   // ... and taken apart when it comes composed
+        {L"\uFB01", L"\uFB01"},                         // a compatibility form stays
+        {L"\u1100\u1161\u11A8", L"\uAC01"},             // Hangul
+        {L"\uAC00\u11A8", L"\uAC01"},                   //
+        {L"\uAC01\u11A8", L"\uAC01\u11A8"},             // a full syllable takes no more
+        {L"a\u0301\u0323", L"\u1EA1\u0301"},            // marks are brought into order first
+        {L"e\u0301\u0301", L"\u00E9\u0301"},            // the second mark is blocked
         {L"\u1100\u0300\u1161", L"\u1100\u0300\u1161"}, // and so is a vowel behind a mark
-        {L"\U00011099\U000110BA", L"\U0001109A"},   // outside the basic plane
+        {L"\U00011099\U000110BA", L"\U0001109A"},       // outside the basic plane
     };
     for (const auto& row : rows) {
         EXPECT_EQ(PrecomposedWString(row.given), row.composed);

@@ -9,7 +9,9 @@ namespace qk {
 namespace {
 
 // A string, and a second reference to it for a handle to adopt.
-CFStringRef referenceTo(const NSString& string) { return CFRetain(string.storage()); }
+CFStringRef referenceTo(const NSString& string) {
+    return CFRetain(string.storage());
+}
 
 TEST(CFStringHolder, HoldsNullByDefault) {
     const CFStringHolder holder;
@@ -40,7 +42,8 @@ TEST(CFStringHolder, CopyingRetains) {
     const NSString string(u"text");
     const CFStringHolder holder(referenceTo(string));
     {
-        const CFStringHolder copy(holder); // NOLINT(performance-unnecessary-copy-initialization): the copy is the subject
+        const CFStringHolder copy(
+            holder); // NOLINT(performance-unnecessary-copy-initialization): the copy is the subject
         EXPECT_EQ(CFGetRetainCount(string.storage()), 3U);
     }
     EXPECT_EQ(CFGetRetainCount(string.storage()), 2U);
@@ -89,7 +92,9 @@ TEST(CFStringHolder, TheLastHandleKeepsTheStringAlive) {
     EXPECT_EQ(NSString::sharing(holder), NSString(u"kept"));
 }
 
-TEST(CFStringHolder, NeverThrowsWhenItEnds) { EXPECT_TRUE(std::is_nothrow_destructible_v<CFStringHolder>); }
+TEST(CFStringHolder, NeverThrowsWhenItEnds) {
+    EXPECT_TRUE(std::is_nothrow_destructible_v<CFStringHolder>);
+}
 
 } // namespace
 } // namespace qk

@@ -47,9 +47,17 @@ TEST(NSStringUnicode, WhatStandsBehindTheZeroElementIsNeverRead) {
 }
 
 TEST(NSStringUnicode, MalformedNarrowStringsGiveTheEmptyString) {
-    const std::vector<std::string> malformed{
-        "\x80", "\xA9", "a\xFF", "\xC0\xAF", "\xE0\x80\xAF", "\xED\xA0\x80", "\xF0\x80\x80\xAF", "\xF4\x90\x80\x80",
-        "\xE2\x82", "ab\xC3", "good until here \xF0\x9F\x98"};
+    const std::vector<std::string> malformed{"\x80",
+                                             "\xA9",
+                                             "a\xFF",
+                                             "\xC0\xAF",
+                                             "\xE0\x80\xAF",
+                                             "\xED\xA0\x80",
+                                             "\xF0\x80\x80\xAF",
+                                             "\xF4\x90\x80\x80",
+                                             "\xE2\x82",
+                                             "ab\xC3",
+                                             "good until here \xF0\x9F\x98"};
     for (const std::string& bytes : malformed) {
         EXPECT_EQ(initWithStdString(bytes), NSString()) << testing::PrintToString(bytes);
     }
@@ -95,7 +103,9 @@ TEST(NSStringUnicode, CharactersOutsideTheBasicPlaneAreOneWideElement) {
     EXPECT_EQ(wstringFrom(string), L"\U0001F600");
 }
 
-TEST(NSStringUnicode, TheWideFormKeepsZeroUnits) { EXPECT_EQ(wstringFrom(NSString(u"a\0b"s)), L"a\0b"s); }
+TEST(NSStringUnicode, TheWideFormKeepsZeroUnits) {
+    EXPECT_EQ(wstringFrom(NSString(u"a\0b"s)), L"a\0b"s);
+}
 
 TEST(NSStringUnicode, ALoneSurrogateHasNoWideFormAtAll) {
     EXPECT_EQ(wstringFrom(NSString(u"good\xD800"s)), L"");

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/system_info/internal/OSVersion.h"
+
 #include "QKFoundation/platform/memory/Machine.h"
 #include "QKFoundation/system_info/NSProcessInfo+OSVersion.h"
 #include "QKFoundation/system_info/OSXVersion.h"
-#include "QKFoundation/system_info/internal/OSVersion.h"
 
 #include <gtest/gtest.h>
 

@@ -12,12 +12,14 @@
 namespace qk {
 namespace {
 
-NSString text(std::u16string_view units) { return NSString(units); }
+NSString text(std::u16string_view units) {
+    return NSString(units);
+}
 
 NSDictionary update(const NSString& name, const NSString& version, const NSString& description, const NSString& size,
                     bool restart = false, bool recommended = false) {
-    return {{"name", name},         {"version", version}, {"description", description}, {"size", size},
-            {"restart", restart}, {"recommended", recommended}};
+    return {{"name", name}, {"version", version}, {"description", description},
+            {"size", size}, {"restart", restart}, {"recommended", recommended}};
 }
 
 NSDictionary secondLine(const NSString& description, const NSString& version, const NSString& size,
@@ -98,9 +100,10 @@ TEST(QKOSUpdateParser, ReadsTheFormWithTwoCommas) {
 }
 
 TEST(QKOSUpdateParser, ReadsSeveralEntriesInOrder) {
-    EXPECT_EQ(updatesOf(u"   * B-2\n\tB (2), 2K [restart]\n   * A-1\n\tA, 1, 1K [recommended]\n   - C-3\n\tC (3), 3K\n"),
-              (std::vector{update("B", "2", "B", "2K", true), update("A", "1", "A", "1K", false, true),
-                           update("C", "3", "C", "3K")}));
+    EXPECT_EQ(
+        updatesOf(u"   * B-2\n\tB (2), 2K [restart]\n   * A-1\n\tA, 1, 1K [recommended]\n   - C-3\n\tC (3), 3K\n"),
+        (std::vector{update("B", "2", "B", "2K", true), update("A", "1", "A", "1K", false, true),
+                     update("C", "3", "C", "3K")}));
 }
 
 TEST(QKOSUpdateParser, AListingWithoutEntriesThatSpeaksOfNewSoftwareSucceeds) {
@@ -112,9 +115,9 @@ TEST(QKOSUpdateParser, AListingWithoutEntriesThatSpeaksOfNewSoftwareSucceeds) {
 }
 
 TEST(QKOSUpdateParser, AnyOtherListingWithoutEntriesFails) {
-    for (const char16_t* listing : {u"Cannot reach the server.\n", u"No New Software available.",
-                                    u"found the following new or updated software:\n", u"   *\tA-1\n\tA (1), 1K",
-                                    u"  * A-1\n\tA (1), 1K"}) {
+    for (const char16_t* listing :
+         {u"Cannot reach the server.\n", u"No New Software available.",
+          u"found the following new or updated software:\n", u"   *\tA-1\n\tA (1), 1K", u"  * A-1\n\tA (1), 1K"}) {
         const Parsed parsed = parse(text(listing));
         EXPECT_FALSE(parsed.answer);
         EXPECT_EQ(parsed.objects, NSArray());
@@ -158,7 +161,9 @@ TEST(QKOSUpdateParser, VersionsAreComparedAsTexts) {
     EXPECT_EQ(updatesOf(u"   * A - 1\n\tA ( 1), 1K"), std::vector{update("A ", " 1", "A", "1K")});
 }
 
-TEST(QKOSUpdateParser, ALabelWithoutAHyphenIsSkipped) { EXPECT_TRUE(updatesOf(u"   * A\n\tA (1), 1K").empty()); }
+TEST(QKOSUpdateParser, ALabelWithoutAHyphenIsSkipped) {
+    EXPECT_TRUE(updatesOf(u"   * A\n\tA (1), 1K").empty());
+}
 
 TEST(QKOSUpdateParser, AMissingParenthesisEmptiesTheVersion) {
     EXPECT_TRUE(updatesOf(u"   * A-1\n\tA (1, 1K").empty());
@@ -230,15 +235,11 @@ TEST(QKOSUpdateParser, NewStyleSecondLines) {
         const char16_t* line;
         NSDictionary parsed;
     } rows[] = {
-        {u"no comma (1)", secondLine("", "", "")},
-        {u"A (x) (1), 1K", secondLine("A", "x", "1K")},
+        {u"no comma (1)", secondLine("", "", "")},       {u"A (x) (1), 1K", secondLine("A", "x", "1K")},
         {u"A(1), 1K", secondLine("", "", "1K")}, // the blank is required
-        {u"A (1) more, 1K", secondLine("A", "1", "1K")},
-        {u"A, 1K (1)", secondLine("", "", "1K (1)")},
-        {u"A (1, 1K)", secondLine("A", "", "1K)")},
-        {u" (1), 1K", secondLine("", "1", "1K")},
-        {u"A (1),", secondLine("A", "1", "")},
-        {u"A (1),x", secondLine("A", "1", "")},
+        {u"A (1) more, 1K", secondLine("A", "1", "1K")}, {u"A, 1K (1)", secondLine("", "", "1K (1)")},
+        {u"A (1, 1K)", secondLine("A", "", "1K)")},      {u" (1), 1K", secondLine("", "1", "1K")},
+        {u"A (1),", secondLine("A", "1", "")},           {u"A (1),x", secondLine("A", "1", "")},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(parser->parseNewStyleSecondLine(text(row.line)), row.parsed) << text(row.line).utf8Lossy();
@@ -253,12 +254,10 @@ TEST(QKOSUpdateParser, OldStyleSecondLines) {
         const char16_t* line;
         NSDictionary parsed;
     } rows[] = {
-        {u"no comma", secondLine("", "", "")},
-        {u"A, 1, 1K [restart]", secondLine("A", "1", "1K", true)},
+        {u"no comma", secondLine("", "", "")}, {u"A, 1, 1K [restart]", secondLine("A", "1", "1K", true)},
         {u"A,1,1K", secondLine("A", "", "K")}, // the unit behind a comma is skipped unseen
         {u"A,,1K", secondLine("A", "", "")},   // also when it is the other comma
-        {u"A, 1", secondLine("A", "", "")},
-        {u"A (1), 1, 1K", secondLine("A (1)", "1", "1K")},
+        {u"A, 1", secondLine("A", "", "")},    {u"A (1), 1, 1K", secondLine("A (1)", "1", "1K")},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(parser->parseOldStyleSecondLine(text(row.line)), row.parsed) << text(row.line).utf8Lossy();

@@ -50,7 +50,9 @@ TEST_F(QKSystemInfoTest, AnEmptyComputerNameIsAName) {
     EXPECT_EQ(QKSystemInfo::computerName(), "");
 }
 
-TEST_F(QKSystemInfoTest, TheManufacturerIsAlwaysTheSame) { EXPECT_EQ(QKSystemInfo::osManufacturer(), "Apple"); }
+TEST_F(QKSystemInfoTest, TheManufacturerIsAlwaysTheSame) {
+    EXPECT_EQ(QKSystemInfo::osManufacturer(), "Apple");
+}
 
 TEST_F(QKSystemInfoTest, TheProductNameIsTheFilesEntry) {
     setProductName("Mac OS X");

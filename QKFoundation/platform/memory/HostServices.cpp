@@ -2,4 +2,6 @@
 // The composition for builds without an adapter of a real system: a machine about which nothing is known.
 #include "QKFoundation/platform/memory/Machine.h"
 
-std::shared_ptr<const qk::platform::Services> qk::platform::makeHostServices() { return memory::Machine().services(); }
+std::shared_ptr<const qk::platform::Services> qk::platform::makeHostServices() {
+    return memory::Machine().services();
+}

@@ -27,12 +27,15 @@ Machine::Machine(std::shared_ptr<const Services> services)
       host(static_cast<MemoryHost&>(*services->host)),
       systemConfiguration(static_cast<MemorySystemConfiguration&>(*services->systemConfiguration)),
       taskLauncher(static_cast<MemoryTaskLauncher&>(*services->taskLauncher)),
-      fileManager(static_cast<MemoryFileManager&>(*services->fileManager)), services_(std::move(services)) {}
+      fileManager(static_cast<MemoryFileManager&>(*services->fileManager)),
+      services_(std::move(services)) {}
 
 Machine::~Machine() = default;
 
 ScopedMachine::ScopedMachine(const Machine& machine) : previous_(installServices(machine.services())) {}
 
-ScopedMachine::~ScopedMachine() { installServices(std::move(previous_)); }
+ScopedMachine::~ScopedMachine() {
+    installServices(std::move(previous_));
+}
 
 } // namespace qk::platform::memory

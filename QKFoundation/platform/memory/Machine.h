@@ -11,8 +11,8 @@
 
 namespace qk::platform::memory {
 
-/// A machine described in code: every service answers what it was told, and nothing before that. Hosts test their own code
-/// with it:
+/// A machine described in code: every service answers what it was told, and nothing before that. Hosts test their own
+/// code with it:
 ///
 ///     memory::Machine machine;
 ///     machine.kernel.setSysctl("hw.memsize", std::uint64_t{8} << 30);
@@ -44,8 +44,8 @@ private:
     std::shared_ptr<const Services> services_;
 };
 
-/// Makes `machine` the machine that every operation of this process asks, for a scope. Scopes nest; they end in the reverse order of
-/// their beginning.
+/// Makes `machine` the machine that every operation of this process asks, for a scope. Scopes nest; they end in the
+/// reverse order of their beginning.
 class QK_EXPORT ScopedMachine {
 public:
     explicit ScopedMachine(const Machine& machine);

@@ -7,18 +7,24 @@ namespace qk::platform::memory {
 namespace {
 
 // Without runs of "/" and without a trailing one, but for "/" itself.
-NSString normalized(const NSString& path) { return path.stringByAppendingPathComponent(NSString()); }
+NSString normalized(const NSString& path) {
+    return path.stringByAppendingPathComponent(NSString());
+}
 
 } // namespace
 
-MemoryFileManager::MemoryFileManager() { entries_["/"] = {Directory{}}; }
+MemoryFileManager::MemoryFileManager() {
+    entries_["/"] = {Directory{}};
+}
 
 void MemoryFileManager::addDirectory(const NSString& path) {
     const std::scoped_lock lock(mutex_);
     createDirectories(normalized(path));
 }
 
-void MemoryFileManager::addFile(const NSString& path) { add(path, {File{}}); }
+void MemoryFileManager::addFile(const NSString& path) {
+    add(path, {File{}});
+}
 
 void MemoryFileManager::addPropertyList(const NSString& path, const NSDictionary& dictionary) {
     add(path, {dictionary});

@@ -9,9 +9,8 @@
 
 namespace qk::platform::memory {
 
-/// A tree of files and folders in memory, with "/" in it from the start. Paths are absolute; a trailing "/" makes no difference.
-/// Property lists stand in it as the dictionaries that they hold.
-/// Threads: any, at the same time.
+/// A tree of files and folders in memory, with "/" in it from the start. Paths are absolute; a trailing "/" makes no
+/// difference. Property lists stand in it as the dictionaries that they hold. Threads: any, at the same time.
 class QK_EXPORT MemoryFileManager final : public FileManager {
 public:
     MemoryFileManager();

@@ -12,7 +12,8 @@
 
 namespace qk::platform::memory {
 
-/// A process-information object that tells the version it was given, or leaves it to the older way. Threads: any, at the same time.
+/// A process-information object that tells the version it was given, or leaves it to the older way. Threads: any, at
+/// the same time.
 class QK_EXPORT MemoryProcessInfo final : public ProcessInfo {
 public:
     /// The object responds with `version`; with nothing it does not respond.

@@ -17,7 +17,8 @@
 
 namespace qk {
 
-/// What a class is at run time: its name, its superclass, its properties by key, its methods by selector and the protocols that it adopts.
+/// What a class is at run time: its name, its superclass, its properties by key, its methods by selector and the
+/// protocols that it adopts.
 ///
 /// One description per class, built once by a `ClassBuilder` and never destroyed. Threads: any, at the same time.
 class QK_EXPORT ClassDescription {

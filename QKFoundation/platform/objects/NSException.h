@@ -9,8 +9,8 @@
 
 namespace qk {
 
-/// A failure that the platform raises at its caller. The library raises none of its own: an operation that can let one through
-/// says so.
+/// A failure that the platform raises at its caller. The library raises none of its own: an operation that can let one
+/// through says so.
 class QK_EXPORT NSException : public std::exception {
 public:
     NSException(NSString name, NSString reason);
@@ -36,14 +36,15 @@ public:
     explicit NSRangeException(NSString reason);
 };
 
-/// `NSInvalidArgumentException`. An argument that the operation cannot take: a nil where a value must be, an unknown selector, a program that cannot
-/// be launched.
+/// `NSInvalidArgumentException`. An argument that the operation cannot take: a nil where a value must be, an unknown
+/// selector, a program that cannot be launched.
 class QK_EXPORT NSInvalidArgumentException : public NSException {
 public:
     explicit NSInvalidArgumentException(NSString reason);
 };
 
-/// `NSUndefinedKeyException`. A key-value look-up of a key that the object does not have. Its name is "NSUnknownKeyException".
+/// `NSUndefinedKeyException`. A key-value look-up of a key that the object does not have. Its name is
+/// "NSUnknownKeyException".
 class QK_EXPORT NSUndefinedKeyException : public NSException {
 public:
     NSUndefinedKeyException(NSString key, NSString reason);

@@ -17,11 +17,17 @@ const ClassDescription& NSObject::describedClass() {
     return description;
 }
 
-const ClassDescription& NSObject::classDescription() const { return describedClass(); }
+const ClassDescription& NSObject::classDescription() const {
+    return describedClass();
+}
 
-bool NSObject::isEqual(const Value& other) const { return other.asObject<NSObject>().get() == this; }
+bool NSObject::isEqual(const Value& other) const {
+    return other.asObject<NSObject>().get() == this;
+}
 
-std::size_t NSObject::hash() const { return std::hash<const NSObject*>{}(this); }
+std::size_t NSObject::hash() const {
+    return std::hash<const NSObject*>{}(this);
+}
 
 NSString NSObject::description() const {
     std::array<char, 2 * sizeof(std::uintptr_t)> digits{};

@@ -16,8 +16,8 @@ class ClassDescription;
 
 /// The root of all classes with identity. Objects live in `std::shared_ptr`; nothing copies them.
 ///
-/// Everything that is looked up by name at run time (keys, selectors, protocols) goes through the one `ClassDescription` of
-/// the object's class.
+/// Everything that is looked up by name at run time (keys, selectors, protocols) goes through the one
+/// `ClassDescription` of the object's class.
 class QK_EXPORT NSObject : public NSObjectProtocol, public std::enable_shared_from_this<NSObject> {
 public:
     /// The description of this class itself.
@@ -48,15 +48,17 @@ public:
     std::optional<Value> performSelector(const NSString& selector,
                                          std::span<const std::optional<Value>> arguments = {});
 
-    /// `valueForKey:`. The property's value, scalars as numbers; nothing for nil. Raises `NSUndefinedKeyException` for a key that the class does not
-    /// have.
+    /// `valueForKey:`. The property's value, scalars as numbers; nothing for nil. Raises `NSUndefinedKeyException` for
+    /// a key that the class does not have.
     [[nodiscard]] std::optional<Value> valueForKey(const NSString& key) const;
 
-    /// `setValue:forKey:`. Sets the property. Raises `NSUndefinedKeyException` for a key that the class does not have or that is read-only, and
-    /// `NSInvalidArgumentException` for a value that the property cannot take (nothing for a scalar among them).
+    /// `setValue:forKey:`. Sets the property. Raises `NSUndefinedKeyException` for a key that the class does not have
+    /// or that is read-only, and `NSInvalidArgumentException` for a value that the property cannot take (nothing for a
+    /// scalar among them).
     void setValueForKey(const std::optional<Value>& value, const NSString& key);
 
-    /// `dictionaryWithValuesForKeys:`. The values of `keys`, the null marker for nil. Raises as `valueForKey` does, before anything is returned.
+    /// `dictionaryWithValuesForKeys:`. The values of `keys`, the null marker for nil. Raises as `valueForKey` does,
+    /// before anything is returned.
     [[nodiscard]] NSDictionary dictionaryWithValuesForKeys(const std::vector<NSString>& keys) const;
 };
 

@@ -29,8 +29,8 @@ struct IsVector : std::false_type {};
 template <typename T>
 struct IsVector<std::vector<T>> : std::true_type {};
 
-/// The value that stands for `typed`; nothing for an empty optional and a null pointer. A vector becomes an array, with the null
-/// marker for elements that are nothing.
+/// The value that stands for `typed`; nothing for an empty optional and a null pointer. A vector becomes an array, with
+/// the null marker for elements that are nothing.
 template <typename T>
 [[nodiscard]] std::optional<Value> toValue(const T& typed) {
     if constexpr (IsOptional<T>::value) {

@@ -18,17 +18,20 @@ public:
     FileManager& operator=(const FileManager&) = delete;
     virtual ~FileManager();
 
-    /// `createDirectoryAtPath:withIntermediateDirectories:attributes:error:`. Makes a folder, with the folders above it when asked to. True
-    /// when the folder is there afterwards; an existing one counts only when the folders above are asked for.
+    /// `createDirectoryAtPath:withIntermediateDirectories:attributes:error:`. Makes a folder, with the folders above it
+    /// when asked to. True when the folder is there afterwards; an existing one counts only when the folders above are
+    /// asked for.
     virtual bool createDirectoryAtPath(const NSString& path, bool withIntermediateDirectories) = 0;
 
-    /// `contentsOfDirectoryAtPath:error:`. The names of a folder's entries, "." and ".." left out, in no order; nothing when `path` is no folder
-    /// or cannot be read. A name that is not UTF-8 is kept: each byte that is malformed stands as the lone surrogate U+DC00 + byte,
-    /// which this interface's calls turn back.
-    [[nodiscard]] virtual std::optional<std::vector<NSString>> contentsOfDirectoryAtPath(const NSString& path) const = 0;
+    /// `contentsOfDirectoryAtPath:error:`. The names of a folder's entries, "." and ".." left out, in no order; nothing
+    /// when `path` is no folder or cannot be read. A name that is not UTF-8 is kept: each byte that is malformed stands
+    /// as the lone surrogate U+DC00 + byte, which this interface's calls turn back.
+    [[nodiscard]] virtual std::optional<std::vector<NSString>>
+    contentsOfDirectoryAtPath(const NSString& path) const = 0;
 
-    /// `dictionaryWithContentsOfFile:`. The dictionary that the property list in the file holds (XML or binary); nothing when the file
-    /// cannot be read or holds something else. "/System/Library/CoreServices/SystemVersion.plist" describes the operating system on every host.
+    /// `dictionaryWithContentsOfFile:`. The dictionary that the property list in the file holds (XML or binary);
+    /// nothing when the file cannot be read or holds something else. "/System/Library/CoreServices/SystemVersion.plist"
+    /// describes the operating system on every host.
     [[nodiscard]] virtual std::optional<NSDictionary> dictionaryWithContentsOfFile(const NSString& path) const = 0;
 };
 

@@ -11,12 +11,12 @@ namespace qk::platform {
 
 /// The kernel's information tree, asked by name or by number path.
 ///
-/// Every call answers 0 for success, else an error number of <cerrno>: `ENOENT` for a fact that this system does not have, `ENOMEM` for a buffer
-/// that is too small. The protocol of both calls:
+/// Every call answers 0 for success, else an error number of <cerrno>: `ENOENT` for a fact that this system does not
+/// have, `ENOMEM` for a buffer that is too small. The protocol of both calls:
 /// - without `buffer`, `*size` becomes the number of bytes that the fact takes now;
-/// - with `buffer`, `*size` says how many bytes it has and becomes the number of bytes written; a buffer that is too small is left as it is.
-/// Texts are UTF-8 and end with a zero byte that is part of their size. Integers have the width that the fact has in the kernel, which
-/// may be less than the buffer's; the rest of the buffer is left as it is.
+/// - with `buffer`, `*size` says how many bytes it has and becomes the number of bytes written; a buffer that is too
+/// small is left as it is. Texts are UTF-8 and end with a zero byte that is part of their size. Integers have the width
+/// that the fact has in the kernel, which may be less than the buffer's; the rest of the buffer is left as it is.
 /// Threads: any, at the same time.
 class QK_EXPORT Kernel {
 public:

@@ -34,7 +34,8 @@ public:
     ProcessInfo& operator=(const ProcessInfo&) = delete;
     virtual ~ProcessInfo();
 
-    /// `operatingSystemVersion`. The running system's version; nothing where the object does not respond to the selector.
+    /// `operatingSystemVersion`. The running system's version; nothing where the object does not respond to the
+    /// selector.
     [[nodiscard]] virtual std::optional<NSOperatingSystemVersion> operatingSystemVersion() const = 0;
 
     /// `Gestalt`. One number of the version, the older way; nothing when the selector is not answered.

@@ -25,12 +25,13 @@ struct Services {
     std::shared_ptr<FactCache> facts = std::make_shared<FactCache>();
 };
 
-/// The machine that operations ask now: the host's own unless another one was installed. The snapshot stays whole for as long as it
-/// is held, whatever is installed meanwhile. Any thread.
+/// The machine that operations ask now: the host's own unless another one was installed. The snapshot stays whole for
+/// as long as it is held, whatever is installed meanwhile. Any thread.
 [[nodiscard]] QK_EXPORT std::shared_ptr<const Services> services();
 
-/// Installs `services` for the whole process and returns what was installed before; null stands for the host's own machine.
-/// Any thread; operations that run already keep the machine that they began with. Tests use `memory::ScopedMachine`.
+/// Installs `services` for the whole process and returns what was installed before; null stands for the host's own
+/// machine. Any thread; operations that run already keep the machine that they began with. Tests use
+/// `memory::ScopedMachine`.
 QK_EXPORT std::shared_ptr<const Services> installServices(std::shared_ptr<const Services> services);
 
 /// Composes the machine of this host. The build chooses the one implementation.

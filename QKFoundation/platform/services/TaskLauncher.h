@@ -20,8 +20,8 @@ enum class TaskStream {
 
 /// A program to run. No shell is involved: the arguments reach the program as they are.
 struct TaskRequest {
-    NSString launchPath;             ///< the program's file; not looked up anywhere
-    std::vector<NSString> arguments; ///< those behind the program's own name
+    NSString launchPath;                          ///< the program's file; not looked up anywhere
+    std::vector<NSString> arguments;              ///< those behind the program's own name
     std::optional<NSString> currentDirectoryPath; ///< the child's working directory; nothing: this process's
     TaskStream standardOutput = TaskStream::Inherit;
     TaskStream standardError = TaskStream::Inherit; ///< `Inherit` or `Discard`
@@ -47,9 +47,10 @@ public:
     TaskLauncher& operator=(const TaskLauncher&) = delete;
     virtual ~TaskLauncher();
 
-    /// Runs a program to its end. Collected output is drained while the child runs, so its size is limited by memory alone; a child of the child that
-    /// keeps the stream open keeps the call waiting for the stream's end. The child starts with default signal dispositions and an empty signal
-    /// mask, whatever this process has, and inherits no descriptors but its standard streams.
+    /// Runs a program to its end. Collected output is drained while the child runs, so its size is limited by memory
+    /// alone; a child of the child that keeps the stream open keeps the call waiting for the stream's end. The child
+    /// starts with default signal dispositions and an empty signal mask, whatever this process has, and inherits no
+    /// descriptors but its standard streams.
     [[nodiscard]] virtual std::variant<TaskLaunchFailure, TaskExit> run(const TaskRequest& request) = 0;
 };
 

@@ -17,7 +17,8 @@ struct FreeWithC {
 /// A zero-terminated text in memory of `malloc`, or null.
 using CText = std::unique_ptr<char, FreeWithC>;
 
-/// `getHardwareInfoStringWithName`. Null when `name` is null or the fact takes no bytes. "" when the fact takes some but cannot be read then.
+/// `getHardwareInfoStringWithName`. Null when `name` is null or the fact takes no bytes. "" when the fact takes some
+/// but cannot be read then.
 [[nodiscard]] CText getHardwareInfoStringWithName(const platform::Services& services, const char* name);
 
 /// `getHardwareInfoInteger32WithName`. 0 when `name` is null or the read fails, also because the fact is wider.

@@ -9,8 +9,8 @@
 /// The version of the operating system of a given machine.
 namespace qk::internal {
 
-/// `OSXVersion`. The version triple, read afresh: from the process-information object where it tells it, else number by number the older way, with
-/// 0 for a number that nobody tells.
+/// `OSXVersion`. The version triple, read afresh: from the process-information object where it tells it, else number by
+/// number the older way, with 0 for a number that nobody tells.
 [[nodiscard]] NSOperatingSystemVersion OSXVersion(const platform::Services& services);
 
 [[nodiscard]] NSString versionString(const NSOperatingSystemVersion& version);

@@ -37,9 +37,7 @@ public:
     bool isTame() const { return true; }
     std::vector<std::shared_ptr<Animal>> friends() const { return friends_; }
     void addFriend(std::shared_ptr<Animal> other) { friends_.push_back(std::move(other)); }
-    NSString greet(const NSString& whom, int times) const {
-        return whom + NSString::fromInteger(times);
-    }
+    NSString greet(const NSString& whom, int times) const { return whom + NSString::fromInteger(times); }
     void sleep() { ++sleeps; }
     virtual std::optional<NSString> sound() const { return std::nullopt; }
 
@@ -110,7 +108,9 @@ TEST(NSObject, AdoptsTheProtocolsOfItsSuperclass) {
     EXPECT_FALSE(Dog().conformsToProtocol("living"));
 }
 
-TEST(NSObject, AValueThatIsNilIsNothing) { EXPECT_EQ(Animal().valueForKey("name"), std::nullopt); }
+TEST(NSObject, AValueThatIsNilIsNothing) {
+    EXPECT_EQ(Animal().valueForKey("name"), std::nullopt);
+}
 
 TEST(NSObject, ValuesAreLookedUpByKey) {
     Animal animal;
@@ -170,8 +170,7 @@ TEST(NSObject, SettingWhatCannotBeSetRaises) {
 }
 
 TEST(NSObject, ADictionaryOfValuesHoldsTheNullMarkerForNil) {
-    EXPECT_EQ(Animal().dictionaryWithValuesForKeys({"name", "legs"}),
-              (NSDictionary{{"name", NSNull{}}, {"legs", 4}}));
+    EXPECT_EQ(Animal().dictionaryWithValuesForKeys({"name", "legs"}), (NSDictionary{{"name", NSNull{}}, {"legs", 4}}));
     EXPECT_EQ(Animal().dictionaryWithValuesForKeys({}), NSDictionary());
     EXPECT_THROW((void)Animal().dictionaryWithValuesForKeys({"legs", "wings"}), NSUndefinedKeyException);
 }
