@@ -19,6 +19,15 @@ struct Supported {
 
 Supported detect() {
     Supported found;
+#if defined(__x86_64__)
+    // Static initialisers may come here before the run-time library's own has run.
+    __builtin_cpu_init();
+    if (__builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") &&
+        __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512vbmi") &&
+        __builtin_cpu_supports("avx512vbmi2") && __builtin_cpu_supports("bmi2")) {
+        found.add(kAVX512Kernels);
+    }
+#endif
     found.add(kScalarKernels);
     return found;
 }

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/platform/values/unicode/AVX512UTF16.h"
+#include "QKFoundation/platform/values/unicode/AVX512UTF8.h"
+
+namespace qk::unicode {
+namespace {
+
+Progress utf8ToUTF16(const char* in, std::size_t length, char16_t* out) {
+    const Progress at = readUTF8<true, true>(in, length, out);
+    return at.read == length ? at : scalarUTF8ToUTF16<true>(in, length, out, at);
+}
+
+Progress utf16LengthOfUTF8(const char* in, std::size_t length) {
+    const Progress at = readUTF8<true, false>(in, length, nullptr);
+    return at.read == length ? at : scalarUTF8ToUTF16<false>(in, length, nullptr, at);
+}
+
+std::size_t validUTF8ToUTF16(const char* in, std::size_t length, char16_t* out) {
+    return readUTF8<false, true>(in, length, out).written;
+}
+
+Progress utf16ToUTF8(const char16_t* in, std::size_t length, char* out) {
+    const Progress at = UTF16Reader<UTF8Writer>{in, out}.convert(length);
+    return at.read == length ? at : scalarUTF16ToUTF8<true>(in, length, out, at);
+}
+
+Progress utf8LengthOfUTF16(const char16_t* in, std::size_t length) {
+    const Progress at = UTF16Reader<UTF16Counter<true>>{in, nullptr}.convert(length);
+    return at.read == length ? at : scalarUTF16ToUTF8<false>(in, length, nullptr, at);
+}
+
+Progress utf16ToUTF32(const char16_t* in, std::size_t length, char32_t* out) {
+    const Progress at = UTF16Reader<UTF32Writer>{in, out}.convert(length);
+    return at.read == length ? at : scalarUTF16ToUTF32<true>(in, length, out, at);
+}
+
+Progress utf32LengthOfUTF16(const char16_t* in, std::size_t length) {
+    const Progress at = UTF16Reader<UTF16Counter<false>>{in, nullptr}.convert(length);
+    return at.read == length ? at : scalarUTF16ToUTF32<false>(in, length, nullptr, at);
+}
+
+Progress utf32ToUTF16(const char32_t* in, std::size_t length, char16_t* out) {
+    const Progress at = readUTF32<true>(in, length, out);
+    return at.read == length ? at : scalarUTF32ToUTF16<true>(in, length, out, at);
+}
+
+Progress utf16LengthOfUTF32(const char32_t* in, std::size_t length) {
+    const Progress at = readUTF32<false>(in, length, nullptr);
+    return at.read == length ? at : scalarUTF32ToUTF16<false>(in, length, nullptr, at);
+}
+
+bool isASCII(const char* in, std::size_t length) {
+    std::size_t at = 0;
+    for (; length - at >= 256; at += 256) {
+        const __m512i seen =
+            _mm512_or_si512(_mm512_or_si512(_mm512_loadu_si512(in + at), _mm512_loadu_si512(in + at + 64)),
+                            _mm512_or_si512(_mm512_loadu_si512(in + at + 128), _mm512_loadu_si512(in + at + 192)));
+        if (_mm512_movepi8_mask(seen) != 0) {
+            return false;
+        }
+    }
+    for (; at < length; at += 64) {
+        const __m512i bytes = _mm512_maskz_loadu_epi8(allBelow(length - at), in + at);
+        if (_mm512_movepi8_mask(bytes) != 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::size_t prefixBelow(const char16_t* in, std::size_t length, char16_t limit) {
+    const __m512i limits = _mm512_set1_epi16(static_cast<short>(limit));
+    for (std::size_t at = 0; at < length; at += 32) {
+        const auto there = static_cast<__mmask32>(allBelow(length - at));
+        const __m512i units = _mm512_maskz_loadu_epi16(there, in + at);
+        const __mmask32 stop = _mm512_cmpge_epu16_mask(units, limits);
+        if (stop != 0) {
+            return at + static_cast<std::size_t>(_tzcnt_u32(stop));
+        }
+    }
+    return length;
+}
+
+} // namespace
+
+constinit const Kernels kAVX512Kernels{
+    .name = "avx512",
+    .utf8ToUTF16 = utf8ToUTF16,
+    .utf16LengthOfUTF8 = utf16LengthOfUTF8,
+    .validUTF8ToUTF16 = validUTF8ToUTF16,
+    .utf16ToUTF8 = utf16ToUTF8,
+    .utf8LengthOfUTF16 = utf8LengthOfUTF16,
+    .utf16ToUTF32 = utf16ToUTF32,
+    .utf32LengthOfUTF16 = utf32LengthOfUTF16,
+    .utf32ToUTF16 = utf32ToUTF16,
+    .utf16LengthOfUTF32 = utf16LengthOfUTF32,
+    .isASCII = isASCII,
+    .prefixBelow = prefixBelow,
+};
+
+} // namespace qk::unicode
