@@ -41,9 +41,6 @@ std::optional<std::string> locateUpdateTool() {
             }
         }
     }
-    if (isProgram(QK_LIBEXECDIR "/qkfoundation/softwareupdate")) {
-        return QK_LIBEXECDIR "/qkfoundation/softwareupdate";
-    }
     return std::nullopt;
 }
 
