@@ -177,7 +177,8 @@ TEST(QKOSUpdateParser, SecondLinesWithNoneOrThreeCommasAreSkipped) {
 }
 
 TEST(QKOSUpdateParser, ACommaInTheSizeMakesTheOlderForm) {
-    EXPECT_TRUE(updatesOf(u"   * A-1\n\tA (1), 1,024K").empty());
+    EXPECT_EQ(updatesOf(u"   * A-1\n\tA (1), 1,024K"), std::vector{update("A", "1", "A (1)", "24K")});
+    EXPECT_TRUE(updatesOf(u"   * A-2\n\tA (2), 1,024K").empty());
 }
 
 TEST(QKOSUpdateParser, MarkersCountAnywhereInTheText) {
