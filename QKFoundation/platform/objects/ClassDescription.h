@@ -155,9 +155,9 @@ private:
             return false;
         }
         if constexpr (std::is_void_v<Result>) {
-            (receiver.*member)(*std::get<Index>(std::move(typed))...);
+            (receiver.*member)(std::move(*std::get<Index>(typed))...);
         } else {
-            result = internal::toValue((receiver.*member)(*std::get<Index>(std::move(typed))...));
+            result = internal::toValue((receiver.*member)(std::move(*std::get<Index>(typed))...));
         }
         return true;
     }

@@ -47,8 +47,9 @@ public:
 
     /// A number of the argument's own kind.
     template <typename T>
+    // NOLINTNEXTLINE(google-explicit-constructor)
     requires std::is_arithmetic_v<T> Value(T number)
-    noexcept : held_(NSNumber(number)) {} // NOLINT(google-explicit-constructor)
+    noexcept : held_(NSNumber(number)) {}
 
     /// An object with identity; a null pointer is held as the null marker.
     template <std::derived_from<NSObjectProtocol> T>
