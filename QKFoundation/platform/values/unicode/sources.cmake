@@ -1,8 +1,11 @@
 # SPDX-License-Identifier: Apache-2.0
 # The text codecs, for the target of platform/values: included from its CMakeLists.txt, so paths start there.
 list(APPEND QK_UNICODE_SOURCES
+  unicode/Composer.cpp
   unicode/Kernels.cpp
   unicode/KernelsScalar.cpp
+  unicode/Normalization.cpp
+  unicode/NormalizationData.cpp
   unicode/Transcode.cpp)
 
 # One file per level of the processor, each compiled for it and called only where Kernels.cpp finds it.
