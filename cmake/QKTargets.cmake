@@ -149,7 +149,7 @@ function(qk_test name)
     endif()
     add_dependencies(thread_tests ${name})
   endif()
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES ${properties})
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST NO_PRETTY_VALUES PROPERTIES ${properties})
 endfunction()
 
 # qk_fuzz(<name> SOURCES <file>... [LIBRARIES <library>...])
