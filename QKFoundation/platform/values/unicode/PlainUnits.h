@@ -21,13 +21,13 @@ constexpr std::array<UnitRange, 10> kPlainRanges{{
     {0x0388, 0x0482}, // Greek, Cyrillic
     {0x1E00, 0x1F70}, // Vietnamese and other Latin, Greek with accents
     {0x2002, 0x20CF}, // punctuation
-    {0x3000, 0x3029},  // punctuation
-    {0x3030, 0x3098},  // Hiragana
+    {0x3000, 0x3029}, // punctuation
+    {0x3030, 0x3098}, // Hiragana
     {0x309B, 0xA66E}, // Katakana, Bopomofo, Han, Yi
     {0xABEE, 0xD7FF}, // Hangul syllables
     {0xD83C, 0xD87D}, // high surrogates of pictographs and Han
     {0xDC00, 0xF8FF}, // low surrogates, private use
-    {0xFE30, 0xFFFF},  // forms of full width
+    {0xFE30, 0xFFFF}, // forms of full width
 }};
 
 constexpr bool isPlain(char16_t unit) {
