@@ -101,7 +101,9 @@ void checkForms(std::string_view bytes, const NSString& units) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     std::u16string raw(size / 2, u'\0');
-    std::memcpy(raw.data(), data, size / 2 * 2);
+    if (size > 1) { // the data may be null when there are none
+        std::memcpy(raw.data(), data, size / 2 * 2);
+    }
     const qk::NSString units{raw};
     qk::checkForms(bytes, units);
     for (const qk::NSString& text : {units, qk::NSString::fromUTF8Lossy(bytes)}) {
