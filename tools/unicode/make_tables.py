@@ -107,7 +107,7 @@ def make_slots(pairs):
 
 
 def write_array(kind, name, values, form="{}"):
-    print(f"constexpr std::array<{kind}, {len(values)}> {name}{{{{")
+    print(f"const {kind} {name}[{len(values)}]{{")
     line = "   "
     for value in values:
         text = " " + form.format(value) + ","
@@ -116,7 +116,7 @@ def write_array(kind, name, values, form="{}"):
             line = "   "
         line += text
     print(line)
-    print("}};\n")
+    print("};\n")
 
 
 def write_tables(data):
@@ -126,8 +126,8 @@ def write_tables(data):
     print("// SPDX-License-Identifier: Apache-2.0")
     print(f"// Written by tools/unicode/make_tables.py from the data files of Unicode {data.version}. Not to be edited.")
     print("// clang-format off\n")
-    print(f"constexpr char32_t kTableLimit = 0x{LIMIT:X};")
-    print(f"constexpr std::uint64_t kPairFactor = 0x{factor:X};")
+    print(f"static_assert(kTableLimit == 0x{LIMIT:X} && kBlockLength == {BLOCK} && kPairSlots == {SLOTS});")
+    print(f"static_assert(kPairFactor == 0x{factor:X});")
     print(f"// The longest way from a pair's slot to the pair is {longest}.\n")
     write_array("Record", "kRecords", ["Record{{{}, {}, {}, {}, {}}}".format(*record) for record in records])
     write_array("std::uint32_t", "kDecompositions", pool, "0x{:X}")
