@@ -132,23 +132,47 @@ private:
     std::uint8_t lastSeen_ = 0; // class of the last mark, composed or not
 };
 
+/// The syllable whose parts begin at `at`, and how many they are; length 0 if there are none.
+Character syllableAt(std::u16string_view in, std::size_t at) {
+    using namespace hangul;
+    const char32_t lead = in[at] - kLead;
+    if (lead >= kLeads || at + 1 == in.size() || in[at + 1] - kVowel >= kVowels) {
+        return {0, 0};
+    }
+    const char32_t open = kSyllable + (lead * kVowels + (in[at + 1] - kVowel)) * kTails;
+    const char32_t tail = at + 2 < in.size() ? in[at + 2] - kTail : 0;
+    const bool hasTail = tail - 1 < kTails - 1;
+    return {hasTail ? open + tail : open, hasTail ? 3U : 2U};
+}
+
 } // namespace
 
 std::size_t Composer::append(std::size_t start, Extent extent, std::u16string& out) {
+    // A character that has to be looked up says more about what follows than one that is copied.
     constexpr unsigned kMostQuiet = 16;
+    constexpr unsigned kPerLookup = 4;
     OrderedSegments segments{start};
     unsigned quiet = 0;
     std::size_t at = start;
     while (at < in_.size()) {
         if (extent == Extent::stretch && at + 1 < in_.size() && (in_[at] | in_[at + 1]) < 0x200) {
-            const std::size_t simple = segments.copySimple(in_, at, kMostQuiet - quiet);
+            const std::size_t simple = segments.copySimple(in_, at, kMostQuiet - std::min(quiet, kMostQuiet));
             at += simple;
             quiet += static_cast<unsigned>(simple);
+        }
+        if (const Character syllable = syllableAt(in_, at); syllable.length != 0) {
+            if (at != start && extent == Extent::segment) {
+                break;
+            }
+            segments.begin(at, syllable.value, 0, out);
+            at += syllable.length;
+            quiet = 0;
+            continue;
         }
         const Character next = characterAt(in_, at);
         const Record& record = recordOf(next.value < kFirstDecomposable ? 0 : next.value);
         if (next.value < kFirstMark || record.isBoundary()) {
-            if (at != start && (extent == Extent::segment || ++quiet > kMostQuiet)) {
+            if (at != start && (extent == Extent::segment || (quiet += kPerLookup) > kMostQuiet)) {
                 break;
             }
             segments.begin(at, next.value, record.trailingClass, out);
