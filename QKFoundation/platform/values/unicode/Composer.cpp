@@ -190,13 +190,18 @@ std::size_t Composer::append(std::size_t start, Extent extent, std::u16string& o
 
 /// Decomposes, sorts and composes all of the segment.
 std::size_t Composer::appendAny(std::size_t start, std::u16string& out) {
-    buffer_.clear();
-    std::size_t at = start;
-    while (at < in_.size()) {
-        const Character next = characterAt(in_, at);
-        if (at != start && recordOf(next.value).isBoundary()) {
+    std::size_t end = start + characterAt(in_, start).length;
+    while (end < in_.size()) {
+        const Character next = characterAt(in_, end);
+        if (recordOf(next.value).isBoundary()) {
             break;
         }
+        end += next.length;
+    }
+    buffer_.clear();
+    buffer_.reserve(end - start);
+    for (std::size_t at = start; at < end;) {
+        const Character next = characterAt(in_, at);
         decompose(next.value);
         at += next.length;
     }
@@ -205,7 +210,7 @@ std::size_t Composer::appendAny(std::size_t start, std::u16string& out) {
     for (const std::uint32_t entry : buffer_) {
         appendCharacter(entry & kCharacterMask, out);
     }
-    return at;
+    return end;
 }
 
 void Composer::decompose(char32_t character) {

@@ -123,6 +123,7 @@ bool isNFC(std::u16string_view in) {
 }
 
 void appendNFC(std::u16string_view in, std::u16string& out) {
+    out.reserve(out.size() + in.size());
     Doubts doubts{in};
     Composer composer{in};
     std::size_t copied = 0;
