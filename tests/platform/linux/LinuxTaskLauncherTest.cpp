@@ -169,7 +169,10 @@ TEST(LinuxTaskLauncher, DiscardedOutputIsNotCollected) {
 }
 
 TEST(LinuxTaskLauncher, GrandchildThatKeepsTheStreamOpenIsWaitedFor) {
-    EXPECT_EQ(outputOf("(read line; printf late) </dev/null & printf early; wait"), "earlylate");
+    // The grandchild prints only once the child has ended.
+    EXPECT_EQ(outputOf("printf early; (until ! test -e /proc/$$ || grep -q '^State:.Z' /proc/$$/status; do :; done; "
+                       "printf late) &"),
+              "earlylate");
 }
 
 TEST(LinuxTaskLauncher, SignalsStartFreshInTheChild) {
