@@ -30,8 +30,8 @@ constexpr auto kPackTwos =
 constexpr auto kPackThrees = makePackBytes<4, 256>(
     [](unsigned mask, unsigned lane) -> std::size_t { return 3 - (mask >> lane & 1U) - (mask >> (lane + 4) & 1U); });
 /// The lanes of the mask whole.
-constexpr auto kPackLanes =
-    makePackBytes<4, 16>([](unsigned mask, unsigned lane) -> std::size_t { return (mask >> lane & 1U) * 4; });
+constexpr auto kPackLanes = makePackBytes<4, 16>(
+    [](unsigned mask, unsigned lane) -> std::size_t { return std::size_t{mask >> lane & 1U} * 4; });
 
 /// A lane of 32 bits holds one unit in its low half or two; the mask has the lanes with two.
 constexpr std::array<Shuffle, 16> makePackPairs() {
