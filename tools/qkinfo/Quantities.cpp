@@ -13,7 +13,11 @@ namespace {
 constexpr std::uint64_t kMinutesOfDay = 1440;
 
 std::string twoDigits(std::uint64_t number) {
-    return (number < 10 ? "0" : "") + std::to_string(number);
+    std::string digits = std::to_string(number);
+    if (digits.size() < 2) {
+        digits.insert(digits.begin(), '0');
+    }
+    return digits;
 }
 
 std::string formatted(const char* format, const std::tm& time) {
