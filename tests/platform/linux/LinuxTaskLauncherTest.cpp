@@ -238,8 +238,6 @@ TEST(LinuxTaskLauncher, NoDescriptorLeftIsALaunchFailure) {
     EXPECT_EQ(outputOf("printf ready"), "ready");
     rlimit limit{};
     ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
-    // What a sanitizer looks up at the first call needs descriptors of its own.
-    ASSERT_EQ(exitOf(shell(":")).terminationStatus, 0);
     const rlimit none{3, limit.rlim_max};
     ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
     const int error = failureOf(shell(":"));
