@@ -15,7 +15,7 @@ namespace qk::softwareupdate {
 [[nodiscard]] PendingUpdates aptUpdates(std::string_view simulation);
 
 /// Fills in the sizes that `apt-get --print-uris dist-upgrade` tells for the same packages: lines
-/// "'address' name_version_architecture.deb bytes hash". A package that lies downloaded already is not among them.
+/// "'address' name_version_architecture.deb bytes hash".
 void addAptSizes(PendingUpdates& updates, std::string_view simulation, std::string_view addresses);
 
 /// The updates in the output of `dnf check-update`: "name.architecture version repository", up to the section of

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <future>
 #include <string>
 #include <utility>
 
@@ -39,8 +40,10 @@ std::optional<platform::ChildExit> outputOf(std::string path, std::vector<std::s
 }
 
 std::optional<platform::ChildExit> aptGet(const char* mode, const char* command) {
+    // A package that lies in the archive folder has no address any more, so apt is shown an empty one.
     std::optional<platform::ChildExit> ended =
-        outputOf("/usr/bin/apt-get", {"-qq", "-y", "-o", "Debug::NoLocking=true", mode, command});
+        outputOf("/usr/bin/apt-get", {"-qq", "-y", "-o", "Debug::NoLocking=true", "-o",
+                                      "Dir::Cache::Archives=/nonexistent/", mode, command});
     return ended.has_value() && ended->status == 0 ? std::move(ended) : std::nullopt;
 }
 
@@ -59,16 +62,15 @@ std::optional<PendingUpdates> updatesOfApt() {
     // The first command also finds updates that bring new packages along, as kernels do; it refuses where the second
     // one still finds a part.
     for (const char* command : {"dist-upgrade", "upgrade"}) {
+        auto asked = std::async(std::launch::async, aptGet, "--print-uris", command);
         const std::optional<platform::ChildExit> simulation = aptGet("--simulate", command);
-        if (!simulation.has_value()) {
-            continue;
+        const std::optional<platform::ChildExit> addresses = asked.get();
+        if (simulation.has_value()) {
+            PendingUpdates updates = aptUpdates(simulation->output.view());
+            addAptSizes(updates, simulation->output.view(),
+                        addresses.has_value() ? addresses->output.view() : std::string_view());
+            return updates;
         }
-        PendingUpdates updates = aptUpdates(simulation->output.view());
-        if (const std::optional<platform::ChildExit> addresses = aptGet("--print-uris", command);
-            addresses.has_value() && !updates.empty()) {
-            addAptSizes(updates, simulation->output.view(), addresses->output.view());
-        }
-        return updates;
     }
     return std::nullopt;
 }

@@ -136,6 +136,11 @@ struct Level {
 } // namespace
 
 bool isTameXMLPropertyList(std::string_view bytes) {
+    // The parser takes what is there of a file that was cut off.
+    const std::string_view whole = bytes.substr(0, bytes.find_last_not_of(" \t\r\n") + 1);
+    if (bytes.find("<plist") != std::string_view::npos && !whole.ends_with("</plist>")) {
+        return false;
+    }
     if (countOf(bytes, "<array") + countOf(bytes, "<dict") <= kDeepest) {
         return true;
     }

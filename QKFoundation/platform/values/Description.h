@@ -11,7 +11,7 @@ namespace qk::internal {
 
 /// Levels of nesting from which on the indentation stays the same: the text of a deeply nested value must not grow with
 /// the square of its depth.
-inline constexpr std::size_t kDeepestIndentation = 64;
+inline constexpr std::size_t kDeepestIndentation = 32;
 
 /// Appends `text` as it stands inside the text of a collection: bare when it is not empty and all ASCII letters and
 /// digits; else in double quotes, with `\"`, `\\`, `\n`, `\t` and the like for what needs them, three octal digits for

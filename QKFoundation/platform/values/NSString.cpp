@@ -18,7 +18,16 @@ namespace {
 NSString fromASCII(std::string_view text) {
     StorageBuilder builder(text.size());
     std::copy(text.begin(), text.end(), builder.units());
-    return builder.finish(text.size());
+    return NSString::adopting(builder.finish(text.size()));
+}
+
+CFStringRef storageOf(std::u16string_view units) {
+    if (units.empty()) {
+        return &internal::kEmptyStorage;
+    }
+    StorageBuilder builder(units.size());
+    std::memcpy(builder.units(), units.data(), units.size() * sizeof(char16_t));
+    return builder.finish(units.size());
 }
 
 template <typename Integer>
@@ -45,15 +54,9 @@ std::size_t commonPrefix(std::u16string_view left, std::u16string_view right) {
 
 } // namespace
 
-NSString::NSString() noexcept : storage_(internal::emptyStorage()) {}
+NSString::NSString() noexcept : storage_(&internal::kEmptyStorage) {}
 
-NSString::NSString(std::u16string_view units) : NSString() {
-    if (!units.empty()) {
-        StorageBuilder builder(units.size());
-        std::memcpy(builder.units(), units.data(), units.size() * sizeof(char16_t));
-        *this = builder.finish(units.size());
-    }
-}
+NSString::NSString(std::u16string_view units) : storage_(storageOf(units)) {}
 
 NSString& NSString::operator=(const NSString& other) noexcept {
     CFStringRef old = std::exchange(storage_, CFRetain(other.storage_));
@@ -63,7 +66,7 @@ NSString& NSString::operator=(const NSString& other) noexcept {
 
 NSString& NSString::operator=(NSString&& other) noexcept {
     if (this != &other) {
-        CFStringRef old = std::exchange(storage_, std::exchange(other.storage_, internal::emptyStorage()));
+        CFStringRef old = std::exchange(storage_, std::exchange(other.storage_, &internal::kEmptyStorage));
         CFRelease(old);
     }
     return *this;
@@ -144,7 +147,7 @@ NSString NSString::concatenated(std::u16string_view left, std::u16string_view ri
     StorageBuilder builder(left.size() + right.size());
     std::copy(left.begin(), left.end(), builder.units());
     std::copy(right.begin(), right.end(), builder.units() + left.size());
-    return builder.finish(left.size() + right.size());
+    return adopting(builder.finish(left.size() + right.size()));
 }
 
 } // namespace qk

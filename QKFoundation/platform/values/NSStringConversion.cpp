@@ -13,7 +13,7 @@ using internal::StorageBuilder;
 
 namespace {
 
-/// Texts up to this many units are converted on the stack first, so that their one block of memory has the exact size.
+/// Texts up to this many units are converted on the stack first.
 constexpr std::size_t kShort = 64;
 
 constexpr char16_t kReplacement = u'\uFFFD';
@@ -32,20 +32,14 @@ auto encodeUTF8With(std::u16string_view units, Convert convert) {
 } // namespace
 
 std::optional<NSString> NSString::fromUTF8(std::string_view bytes) {
-    if (bytes.size() <= kShort) {
-        std::array<char16_t, kShort> buffer;
-        const auto length = unicode::utf8ToUTF16(bytes, buffer.data());
-        if (!length.has_value()) {
-            return std::nullopt;
-        }
-        return NSString(std::u16string_view(buffer.data(), *length));
-    }
+    // No text has more units than bytes: one allocation, one pass, and what is too much goes back.
     StorageBuilder builder(bytes.size());
     const auto length = unicode::utf8ToUTF16(bytes, builder.units());
-    if (!length.has_value()) {
-        return std::nullopt;
+    std::optional<NSString> string;
+    if (length.has_value()) {
+        string.emplace().storage_ = builder.finish(*length); // in place: the empty string is not counted
     }
-    return builder.finish(*length);
+    return string;
 }
 
 NSString NSString::fromUTF8Lossy(std::string_view bytes) {
@@ -64,7 +58,7 @@ NSString NSString::fromUTF8Lossy(std::string_view bytes) {
             bytes.remove_prefix(taken);
         }
     }
-    return builder.finish(length);
+    return adopting(builder.finish(length));
 }
 
 NSString NSString::fromLiteral(std::string_view utf8) {
@@ -85,7 +79,7 @@ std::optional<NSString> NSString::fromUTF32(std::wstring_view elements) {
     if (!length.has_value()) {
         return std::nullopt;
     }
-    return builder.finish(*length);
+    return adopting(builder.finish(*length));
 }
 
 std::optional<NSString> NSString::fromUTF32NoCopy(std::wstring_view elements) {

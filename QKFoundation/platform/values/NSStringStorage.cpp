@@ -10,12 +10,13 @@
 
 namespace qk {
 
+using internal::kEmptyStorage;
+
 namespace {
 
 constexpr std::size_t kImmortal = std::numeric_limits<std::size_t>::max();
 
-constinit const char16_t kNoUnits[1] = {};
-constinit const CFStringStorage kEmpty(kImmortal, kNoUnits, 0);
+constexpr char16_t kNoUnits[1] = {};
 
 const char16_t* inlineUnits(CFStringRef string) noexcept {
     return reinterpret_cast<const char16_t*>(string + 1);
@@ -23,10 +24,10 @@ const char16_t* inlineUnits(CFStringRef string) noexcept {
 
 /// Null `units` or units somewhere else mean that the storage borrows: no other kind has its units outside.
 bool isBorrowed(CFStringRef string, const char16_t* units) noexcept {
-    return units != inlineUnits(string) && string != &kEmpty;
+    return units != inlineUnits(string) && string != &kEmptyStorage;
 }
 
-void* allocate(std::size_t bytes) {
+void* allocateBytes(std::size_t bytes) {
     void* memory = std::malloc(bytes);
     if (memory == nullptr) {
         throw std::bad_alloc();
@@ -46,7 +47,7 @@ void destroy(CFStringRef string) noexcept {
 }
 
 const char16_t* convertBorrowed(const internal::BorrowedStorage& string) {
-    auto* converted = static_cast<char16_t*>(allocate(string.length * sizeof(char16_t)));
+    auto* converted = static_cast<char16_t*>(allocateBytes(string.length * sizeof(char16_t)));
     internal::validWideToUTF16(string.elements, converted);
     const char16_t* current = nullptr;
     if (string.units.compare_exchange_strong(current, converted, std::memory_order_acq_rel,
@@ -60,14 +61,20 @@ const char16_t* convertBorrowed(const internal::BorrowedStorage& string) {
 } // namespace
 
 CFStringRef CFRetain(CFStringRef string) noexcept {
-    if (string != &kEmpty) {
+    if (string != &kEmptyStorage) {
         string->references.fetch_add(1, std::memory_order_relaxed);
     }
     return string;
 }
 
 void CFRelease(CFStringRef string) noexcept {
-    if (string != &kEmpty && string->references.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+    if (string == &kEmptyStorage) {
+        return;
+    }
+    // Whoever holds the only reference is alone: nobody else can be adding one, and the costly subtraction is not
+    // needed.
+    if (string->references.load(std::memory_order_acquire) == 1 ||
+        string->references.fetch_sub(1, std::memory_order_acq_rel) == 1) {
         destroy(string);
     }
 }
@@ -78,9 +85,7 @@ std::size_t CFGetRetainCount(CFStringRef string) noexcept {
 
 namespace internal {
 
-CFStringRef emptyStorage() noexcept {
-    return &kEmpty;
-}
+constinit const CFStringStorage kEmptyStorage(kImmortal, kNoUnits, 0);
 
 std::wstring_view borrowedElements(CFStringRef string) noexcept {
     return string->units.load(std::memory_order_relaxed) == nullptr
@@ -96,32 +101,16 @@ std::u16string_view unitsOf(CFStringRef string) {
     return {units, string->length};
 }
 
-StorageBuilder::StorageBuilder(std::size_t capacity) : memory_(nullptr), capacity_(capacity) {
+void* StorageBuilder::allocate(std::size_t capacity) {
     if (capacity > kMaxUnits) {
         throw std::bad_alloc();
     }
-    memory_ = allocate(sizeof(CFStringStorage) + capacity * sizeof(char16_t));
+    return allocateBytes(sizeof(CFStringStorage) + capacity * sizeof(char16_t));
 }
 
-StorageBuilder::~StorageBuilder() {
-    std::free(memory_);
-}
-
-char16_t* StorageBuilder::units() noexcept {
-    return reinterpret_cast<char16_t*>(static_cast<CFStringStorage*>(memory_) + 1);
-}
-
-NSString StorageBuilder::finish(std::size_t length) noexcept {
-    if (length == 0) {
-        return {};
-    }
-    if (length < capacity_) {
-        void* smaller = std::realloc(memory_, sizeof(CFStringStorage) + length * sizeof(char16_t));
-        memory_ = smaller != nullptr ? smaller : memory_;
-    }
-    auto* string = ::new (memory_) CFStringStorage(1, units(), length);
-    memory_ = nullptr;
-    return NSString::adopting(string);
+void StorageBuilder::shrink(std::size_t length) noexcept {
+    void* smaller = std::realloc(memory_, sizeof(CFStringStorage) + length * sizeof(char16_t));
+    memory_ = smaller != nullptr ? smaller : memory_;
 }
 
 } // namespace internal

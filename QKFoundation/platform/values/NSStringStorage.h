@@ -5,6 +5,8 @@
 
 #include <atomic>
 #include <cstddef>
+#include <cstdlib>
+#include <new>
 #include <string_view>
 
 namespace qk {
@@ -38,7 +40,7 @@ inline constexpr std::size_t kMaxUnits =
     (static_cast<std::size_t>(-1) / 4 - sizeof(CFStringStorage)) / sizeof(char16_t);
 
 /// The one storage of the empty string. It is there before any constructor runs and after all destructors have run.
-[[nodiscard]] CFStringRef emptyStorage() noexcept;
+extern const CFStringStorage kEmptyStorage;
 
 /// The elements that `string` borrows, while nobody has asked for its units; no elements otherwise.
 [[nodiscard]] std::wstring_view borrowedElements(CFStringRef string) noexcept;
@@ -50,17 +52,39 @@ inline constexpr std::size_t kMaxUnits =
 class StorageBuilder {
 public:
     /// Room for `capacity` units. Throws `std::bad_alloc`.
-    explicit StorageBuilder(std::size_t capacity);
+    explicit StorageBuilder(std::size_t capacity) : memory_(allocate(capacity)), capacity_(capacity) {}
     StorageBuilder(const StorageBuilder&) = delete;
     StorageBuilder& operator=(const StorageBuilder&) = delete;
-    ~StorageBuilder();
+    ~StorageBuilder() {
+        if (memory_ != nullptr) {
+            std::free(memory_);
+        }
+    }
 
-    [[nodiscard]] char16_t* units() noexcept;
+    [[nodiscard]] char16_t* units() noexcept {
+        return reinterpret_cast<char16_t*>(static_cast<CFStringStorage*>(memory_) + 1);
+    }
 
-    /// The finished string of the first `length` units; gives surplus memory back.
-    [[nodiscard]] NSString finish(std::size_t length) noexcept;
+    /// The finished string of the first `length` units, with one reference, which is the caller's.
+    [[nodiscard]] CFStringRef finish(std::size_t length) noexcept {
+        if (length == 0) {
+            return &kEmptyStorage;
+        }
+        if (capacity_ - length > kTolerableSurplus) {
+            shrink(length);
+        }
+        auto* string = ::new (memory_) CFStringStorage(1, units(), length);
+        memory_ = nullptr;
+        return string;
+    }
 
 private:
+    /// Giving back less than this is not worth the time.
+    static constexpr std::size_t kTolerableSurplus = 32;
+
+    [[nodiscard]] static void* allocate(std::size_t capacity);
+    void shrink(std::size_t length) noexcept;
+
     void* memory_;
     std::size_t capacity_;
 };

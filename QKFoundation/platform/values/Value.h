@@ -28,8 +28,13 @@ namespace qk {
 /// Threads: as the value that it holds.
 class QK_EXPORT Value {
 public:
+    /// An object with identity, never null.
     using Object = std::shared_ptr<NSObjectProtocol>;
 
+private:
+    using Held = std::variant<NSNull, NSString, NSNumber, NSData, NSDate, NSURL, NSArray, NSDictionary, Object>;
+
+public:
     /// The null marker.
     Value() noexcept = default;
     Value(NSNull /*null*/) noexcept {}                                        // NOLINT(google-explicit-constructor)
@@ -53,11 +58,8 @@ public:
 
     /// An object with identity; a null pointer is held as the null marker.
     template <std::derived_from<NSObjectProtocol> T>
-    Value(std::shared_ptr<T> object) noexcept { // NOLINT(google-explicit-constructor)
-        if (object != nullptr) {
-            held_ = Object(std::move(object));
-        }
-    }
+    Value(std::shared_ptr<T> object) noexcept // NOLINT(google-explicit-constructor)
+        : held_(object != nullptr ? Held(Object(std::move(object))) : Held()) {}
 
     /// What is held when it is a `T` (a value type or `NSNull`), else null.
     template <typename T>
@@ -89,7 +91,7 @@ public:
     QK_EXPORT friend bool operator==(const Value& left, const Value& right);
 
 private:
-    std::variant<NSNull, NSString, NSNumber, NSData, NSDate, NSURL, NSArray, NSDictionary, Object> held_;
+    Held held_;
 };
 
 template <typename T>

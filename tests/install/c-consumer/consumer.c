@@ -36,7 +36,8 @@ int main(void) {
     const long minor = strtol(end + 1, &end, 10);
     expect(*end == '\0', "OSVersion ends after the minor number");
     printf("version     %s\n", OSVersionLong());
-    expect(strncmp(OSVersionLong(), OSVersion(), strlen(OSVersion())) == 0, "OSVersionLong goes on where OSVersion ends");
+    expect(strncmp(OSVersionLong(), OSVersion(), strlen(OSVersion())) == 0,
+           "OSVersionLong goes on where OSVersion ends");
     expect(OSXVersionIs(major, minor), "the version is itself");
     expect(!OSXVersionIs(major, minor + 1), "the version is not another");
     expect(OSXVersionGreaterThan(major, minor - 1), "the version is greater than the minor one before");

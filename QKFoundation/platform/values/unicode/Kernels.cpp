@@ -27,6 +27,13 @@ Supported detect() {
         __builtin_cpu_supports("avx512vbmi2") && __builtin_cpu_supports("bmi2")) {
         found.add(kAVX512Kernels);
     }
+    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi") && __builtin_cpu_supports("bmi2") &&
+        __builtin_cpu_supports("popcnt")) {
+        found.add(kAVX2Kernels);
+    }
+    if (__builtin_cpu_supports("sse4.1") && __builtin_cpu_supports("popcnt")) {
+        found.add(kSSE41Kernels);
+    }
 #endif
     found.add(kScalarKernels);
     return found;

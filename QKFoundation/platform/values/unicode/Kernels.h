@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 
 namespace qk::unicode {
@@ -36,6 +37,8 @@ struct Kernels {
     bool (*isASCII)(const char* in, std::size_t length);
     /// The length of the longest prefix whose units are all below `limit`, which is not 0.
     std::size_t (*prefixBelow)(const char16_t* in, std::size_t length, char16_t limit);
+    /// The units of `in`, at most 64, that composition may touch (PlainUnits.h): bit i is unit i.
+    std::uint64_t (*unplain)(const char16_t* in, std::size_t length);
 };
 
 /// The best kernels that this processor can run.

@@ -81,6 +81,26 @@ std::size_t prefixBelow(const char16_t* in, std::size_t length, char16_t limit) 
     return length;
 }
 
+/// 32 units at most, the rest of them 0.
+std::uint32_t unplainHalf(__m512i units) {
+    std::uint32_t mask = _mm512_cmpge_epu16_mask(units, _mm512_set1_epi16(static_cast<short>(kPlainBelow)));
+    if (mask == 0) {
+        return 0;
+    }
+    for (const UnitRange range : kPlainRanges) {
+        const __m512i above = _mm512_sub_epi16(units, _mm512_set1_epi16(static_cast<short>(range.first)));
+        mask &= _mm512_cmpgt_epu16_mask(above, _mm512_set1_epi16(static_cast<short>(range.last - range.first)));
+    }
+    return mask;
+}
+
+std::uint64_t unplain(const char16_t* in, std::size_t length) {
+    const std::uint64_t there = allBelow(length);
+    const __m512i low = _mm512_maskz_loadu_epi16(static_cast<__mmask32>(there), in);
+    const __m512i high = _mm512_maskz_loadu_epi16(static_cast<__mmask32>(there >> 32U), in + 32);
+    return unplainHalf(low) | std::uint64_t{unplainHalf(high)} << 32U;
+}
+
 } // namespace
 
 constinit const Kernels kAVX512Kernels{
@@ -96,6 +116,7 @@ constinit const Kernels kAVX512Kernels{
     .utf16LengthOfUTF32 = utf16LengthOfUTF32,
     .isASCII = isASCII,
     .prefixBelow = prefixBelow,
+    .unplain = unplain,
 };
 
 } // namespace qk::unicode

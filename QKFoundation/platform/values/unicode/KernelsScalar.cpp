@@ -48,6 +48,10 @@ std::size_t prefixBelow(const char16_t* in, std::size_t length, char16_t limit) 
     return scalarPrefixBelow(in, length, limit, 0);
 }
 
+std::uint64_t unplain(const char16_t* in, std::size_t length) {
+    return scalarUnplain(in, length);
+}
+
 } // namespace
 
 constinit const Kernels kScalarKernels{
@@ -63,6 +67,7 @@ constinit const Kernels kScalarKernels{
     .utf16LengthOfUTF32 = utf16LengthOfUTF32,
     .isASCII = isASCII,
     .prefixBelow = prefixBelow,
+    .unplain = unplain,
 };
 
 } // namespace qk::unicode

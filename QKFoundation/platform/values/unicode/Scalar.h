@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QKFoundation/platform/values/unicode/Kernels.h"
+#include "QKFoundation/platform/values/unicode/PlainUnits.h"
 
 #include <cstdint>
 #include <cstring>
@@ -206,6 +207,14 @@ inline std::size_t scalarPrefixBelow(const char16_t* in, std::size_t length, cha
         ++at;
     }
     return at;
+}
+
+inline std::uint64_t scalarUnplain(const char16_t* in, std::size_t length) {
+    std::uint64_t mask = 0;
+    for (std::size_t i = 0; i < length; ++i) {
+        mask |= static_cast<std::uint64_t>(!isPlain(in[i])) << i;
+    }
+    return mask;
 }
 
 inline bool scalarIsASCII(const char* in, std::size_t length, std::size_t at) {

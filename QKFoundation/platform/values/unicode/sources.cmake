@@ -1,13 +1,18 @@
 # SPDX-License-Identifier: Apache-2.0
 # The text codecs, for the target of platform/values: included from its CMakeLists.txt, so paths start there.
 list(APPEND QK_UNICODE_SOURCES
+  unicode/Composer.cpp
   unicode/Kernels.cpp
   unicode/KernelsScalar.cpp
+  unicode/Normalization.cpp
+  unicode/NormalizationData.cpp
   unicode/Transcode.cpp)
 
 # One file per level of the processor, each compiled for it and called only where Kernels.cpp finds it.
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|amd64)$")
-  list(APPEND QK_UNICODE_SOURCES unicode/KernelsAVX512.cpp)
+  list(APPEND QK_UNICODE_SOURCES unicode/KernelsAVX2.cpp unicode/KernelsAVX512.cpp unicode/KernelsSSE41.cpp)
+  set_source_files_properties(unicode/KernelsSSE41.cpp PROPERTIES COMPILE_OPTIONS "-msse4.1;-mpopcnt")
+  set_source_files_properties(unicode/KernelsAVX2.cpp PROPERTIES COMPILE_OPTIONS "-mavx2;-mbmi;-mbmi2;-mpopcnt")
   set(qk_avx512_flags
     -mavx512f -mavx512bw -mavx512dq -mavx512vl -mavx512vbmi -mavx512vbmi2 -mbmi -mbmi2 -mpopcnt -mlzcnt)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")

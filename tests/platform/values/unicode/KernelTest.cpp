@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 
 namespace qk::unicode::testing {
@@ -51,6 +52,8 @@ protected:
             const Progress counted32 = kernel().utf32LengthOfUTF16(in.data(), in.size());
             ASSERT_EQ(counted32.read, want32.read);
             ASSERT_EQ(counted32.written, want32.text.size());
+            const std::size_t block = std::min<std::size_t>(64, in.size());
+            ASSERT_EQ(kernel().unplain(in.data(), block), kScalarKernels.unplain(in.data(), block));
             for (const char16_t limit : {u'\x80', u'\u0300', u'\uE000'}) {
                 ASSERT_EQ(kernel().prefixBelow(in.data(), in.size(), limit),
                           kScalarKernels.prefixBelow(in.data(), in.size(), limit));

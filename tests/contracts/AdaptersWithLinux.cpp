@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/contracts/LinuxSubject.h"
+#include "tests/contracts/MemorySubject.h"
+
+namespace qk::tests {
+
+std::vector<Adapter> adapters() {
+    return {{"Memory", makeMemorySubject}, {"Linux", makeLinuxSubject}};
+}
+
+} // namespace qk::tests

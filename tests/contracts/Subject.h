@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "QKFoundation/platform/services/Services.h"
+
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+/// What the contracts of the services are held against: each adapter brings machines that should be told apart by
+/// nothing in these tests.
+namespace qk::tests {
+
+/// Commands that do what their name says; where each program lies is the adapter's affair.
+struct Commands {
+    platform::TaskRequest printHello; ///< "hello" without a line end
+    platform::TaskRequest printNothing;
+    platform::TaskRequest printArguments; ///< each in brackets; the caller appends them
+    platform::TaskRequest exitWith3;
+    platform::TaskRequest dieOfSignal9;
+    platform::TaskRequest missingProgram;
+};
+
+/// One adapter's answers to the same questions.
+class Subject {
+public:
+    Subject() = default;
+    Subject(const Subject&) = delete;
+    Subject& operator=(const Subject&) = delete;
+    virtual ~Subject() = default;
+
+    /// A machine that tells nothing about itself.
+    [[nodiscard]] virtual platform::Services silent() = 0;
+
+    /// A machine with these facts: model "Example Book 14 Gen 3", processor "Example 32-bit Processor @ 4.70GHz" which
+    /// is not 64-bit capable, 3 cores, 5 threads, 5.2 GHz, 16252928 KiB of memory, "Example Linux" 22.04, build
+    /// "20240131.2", started at 1795220992, kernel "Example version 6.5"; its people call it "Anna’s laptop", its store
+    /// "laptop".
+    [[nodiscard]] virtual platform::Services described() = 0;
+
+    /// An absolute path of an empty folder that may be written to.
+    [[nodiscard]] virtual NSString emptyFolder() = 0;
+
+    /// Puts a file with no particular content at a path below that folder.
+    virtual void makeFile(const NSString& path) = 0;
+
+    [[nodiscard]] virtual Commands commands() = 0;
+};
+
+/// An adapter, by name, and how its subject is made.
+struct Adapter {
+    const char* name;
+    std::unique_ptr<Subject> (*makeSubject)();
+};
+
+inline std::ostream& operator<<(std::ostream& stream, const Adapter& adapter) {
+    return stream << adapter.name;
+}
+
+/// The adapters of this build.
+[[nodiscard]] std::vector<Adapter> adapters();
+
+} // namespace qk::tests

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tools/qkinfo/CommandLine.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace qk::info {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+std::string errorOf(const std::vector<std::string>& arguments) {
+    const ParsedCommandLine parsed = parseCommandLine(arguments);
+    const auto* error = std::get_if<UsageError>(&parsed);
+    return error != nullptr ? error->message : "(no error)";
+}
+
+Invocation invocationOf(const std::vector<std::string>& arguments) {
+    return std::get<Invocation>(parseCommandLine(arguments));
+}
+
+std::vector<std::string_view> sectionsOf(const std::vector<std::string>& arguments) {
+    std::vector<std::string_view> names;
+    for (const Command* command : invocationOf(arguments).commands) {
+        names.push_back(command->name);
+    }
+    return names;
+}
+
+} // namespace
+
+TEST(CommandLine, WithoutACommandIsAnError) {
+    EXPECT_EQ(errorOf({}), "no command given (see qkinfo --help)");
+}
+
+TEST(CommandLine, NamesWhatItDoesNotUnderstand) {
+    EXPECT_EQ(errorOf({"frobnicate"}), "there is no command \"frobnicate\" (see qkinfo --help)");
+    EXPECT_EQ(errorOf({""}), "there is no command \"\" (see qkinfo --help)");
+    EXPECT_EQ(errorOf({"os", "hardware"}), "unexpected argument \"hardware\" (see qkinfo --help)");
+    EXPECT_EQ(errorOf({"os", "--bogus"}), "unexpected argument \"--bogus\" (see qkinfo --help)");
+    EXPECT_EQ(errorOf({"--bogus"}), "unexpected argument \"--bogus\" (see qkinfo --help)");
+    EXPECT_EQ(errorOf({"os", "--no-updates"}), "unexpected argument \"--no-updates\" (see qkinfo --help)");
+    EXPECT_THAT(errorOf({"os", "--color", "pink"}), HasSubstr("\"pink\" is not auto, always or never"));
+    EXPECT_THAT(errorOf({"os", "--color"}), HasSubstr("--color"));
+    EXPECT_THAT(errorOf({"os", "--json=perhaps"}), HasSubstr("--json"));
+}
+
+TEST(CommandLine, ErrorsAreOneHarmlessLine) {
+    for (const std::string argument : {"a\nb", "\x1b[31m", "--color=\x1b\n", "\xff\xfe"}) {
+        const std::string error = errorOf({"os", argument});
+        EXPECT_THAT(error, HasSubstr("(see qkinfo --help)"));
+        EXPECT_EQ(error.find_first_of("\n\x1b\xff"), std::string::npos);
+    }
+}
+
+TEST(CommandLine, ReportHoldsAllSectionsInOrder) {
+    EXPECT_THAT(sectionsOf({"report"}), ElementsAre("os", "hardware", "updates"));
+    EXPECT_THAT(sectionsOf({"report", "--no-updates"}), ElementsAre("os", "hardware"));
+    EXPECT_TRUE(invocationOf({"report"}).report);
+}
+
+TEST(CommandLine, EveryCommandIsASectionByItself) {
+    for (const Command& command : commands()) {
+        EXPECT_THAT(sectionsOf({std::string(command.name)}), ElementsAre(command.name));
+        EXPECT_FALSE(invocationOf({std::string(command.name)}).report);
+        EXPECT_TRUE(invocationOf({std::string(command.name), "--json"}).json);
+    }
+}
+
+TEST(CommandLine, OptionsAreOffUnlessGiven) {
+    EXPECT_FALSE(invocationOf({"os"}).json);
+    EXPECT_EQ(invocationOf({"os"}).color, ColorChoice::Auto);
+    EXPECT_EQ(invocationOf({"os", "--color=never"}).color, ColorChoice::Never);
+    EXPECT_EQ(invocationOf({"os", "--color", "always"}).color, ColorChoice::Always);
+    EXPECT_EQ(invocationOf({"os", "--color", "always", "--color", "auto"}).color, ColorChoice::Auto);
+}
+
+TEST(CommandLine, HelpFitsIntoEightyColumns) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"--help"}, {"-h"}, {"report", "--help"}, {"os", "-h"}, {"updates", "--help"}}) {
+        const std::string text = std::get<PlainText>(parseCommandLine(arguments)).text;
+        EXPECT_THAT(text, HasSubstr("Usage: qkinfo"));
+        EXPECT_THAT(text, testing::EndsWith("\n"));
+        for (std::size_t start = 0; start < text.size(); start = text.find('\n', start) + 1) {
+            EXPECT_LE(text.find('\n', start) - start, 80U) << text.substr(start, text.find('\n', start) - start);
+        }
+    }
+}
+
+TEST(CommandLine, HelpNamesEveryCommand) {
+    const std::string text = std::get<PlainText>(parseCommandLine({"--help"})).text;
+    EXPECT_THAT(text, HasSubstr("  report "));
+    for (const Command& command : commands()) {
+        EXPECT_THAT(text, HasSubstr("  " + std::string(command.name) + " "));
+        EXPECT_THAT(text, HasSubstr(std::string(command.summary)));
+    }
+}
+
+} // namespace qk::info

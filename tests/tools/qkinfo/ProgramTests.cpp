@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/tools/qkinfo/Child.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+
+namespace qk::info {
+
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+/// Status 2, nothing on standard output and one line on standard error.
+void expectFailure(const Finished& finished, const std::string& text) {
+    EXPECT_EQ(finished.status, 2);
+    EXPECT_EQ(finished.output, "");
+    EXPECT_THAT(finished.error, StartsWith("qkinfo: "));
+    EXPECT_THAT(finished.error, HasSubstr(text));
+    EXPECT_EQ(std::ranges::count(finished.error, '\n'), 1);
+    EXPECT_EQ(finished.error.back(), '\n');
+}
+
+} // namespace
+
+TEST(Program, SaysItsVersion) {
+    const Finished finished = Workshop().run({"--version"});
+    EXPECT_EQ(finished.output, "qkinfo " QKINFO_VERSION "\n");
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.error, "");
+}
+
+TEST(Program, SaysItsUsage) {
+    const Finished finished = Workshop().run({"--help"});
+    EXPECT_THAT(finished.output, HasSubstr("Usage: qkinfo "));
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.error, "");
+}
+
+TEST(Program, FailsWithOneLineForACommandLineThatMakesNoSense) {
+    const Workshop workshop;
+    expectFailure(workshop.run({}), "no command given");
+    expectFailure(workshop.run({"frobnicate"}), "there is no command \"frobnicate\"");
+    expectFailure(workshop.run({"report", "--jsn"}), "\"--jsn\"");
+    expectFailure(workshop.run({"a\nb\x1b[31m"}), "a b\\x1B[31m");
+    expectFailure(workshop.run({"report", "--color=\xff"}), "is not auto, always or never");
+}
+
+TEST(Program, ReportHasASectionForEachSubject) {
+    const Finished finished = Workshop().run({"report"});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.error, "");
+    EXPECT_THAT(finished.output, StartsWith("Operating system\n  "));
+    EXPECT_THAT(finished.output, HasSubstr("\n\nHardware\n  "));
+    EXPECT_THAT(finished.output, testing::EndsWith("\n\nUpdates\n  Up to date.\n"));
+}
+
+TEST(Program, ReportInAPipeHasEightyColumnsAndNoSequences) {
+    const Finished finished = Workshop().run({"report"});
+    EXPECT_THAT(finished.output, Not(HasSubstr("\x1b")));
+    std::istringstream lines(finished.output);
+    for (std::string line; std::getline(lines, line);) {
+        EXPECT_LE(line.size(), 80U) << line;
+    }
+}
+
+TEST(Program, JsonHasAMemberForEachSection) {
+    const Workshop workshop;
+    const json report = json::parse(workshop.run({"report", "--json"}).output);
+    for (const std::string name : {"os", "hardware", "updates"}) {
+        EXPECT_TRUE(report.contains(name));
+        const json single = json::parse(workshop.run({name, "--json"}).output);
+        EXPECT_EQ(single, json({{name, report[name]}}));
+    }
+    EXPECT_GT(report["hardware"]["memory_bytes"], 0);
+    EXPECT_GT(report["hardware"]["logical_processors"], 0);
+    EXPECT_EQ(report["updates"], json::array());
+}
+
+TEST(Program, ReportLeavesUpdatesOutWhenTold) {
+    Workshop workshop;
+    workshop.removeUpdateTool();
+    const Finished text = workshop.run({"report", "--no-updates"});
+    EXPECT_THAT(text.output, Not(HasSubstr("Updates")));
+    EXPECT_FALSE(json::parse(workshop.run({"report", "--no-updates", "--json"}).output).contains("updates"));
+}
+
+TEST(Program, UpdatesWithoutAToolFailAndTheReportDoesNot) {
+    Workshop workshop;
+    workshop.removeUpdateTool();
+    expectFailure(workshop.run({"updates"}), "cannot launch");
+    expectFailure(workshop.run({"updates", "--json"}), "cannot launch");
+    const Finished report = workshop.run({"report"});
+    EXPECT_EQ(report.status, 0);
+    EXPECT_EQ(report.error, "");
+    EXPECT_THAT(report.output, testing::EndsWith("\nUpdates\n  not reported by this system\n"));
+}
+
+TEST(Program, UpdatesThatNobodyTellsAreNull) {
+    Workshop workshop;
+    workshop.setUpdateTool("exit 1");
+    EXPECT_EQ(json::parse(workshop.run({"updates", "--json"}).output), json::parse(R"({"updates": null})"));
+    EXPECT_EQ(workshop.run({"updates"}).output, "Updates\n  not reported by this system\n");
+}
+
+TEST(Program, UpdatesAreListed) {
+    Workshop workshop;
+    workshop.setUpdateTool(R"(printf '   * ExampleTool-2.1\n\tExample Tool (2.1), 20480K [recommended]\n')");
+    const Finished finished = workshop.run({"updates"});
+    EXPECT_EQ(finished.output, "Updates\n"
+                               "  Name         Version  Size    Recommended  Restart\n"
+                               "  ExampleTool  2.1      20480K  yes          no\n"
+                               "  1 update.\n");
+    EXPECT_EQ(finished.error, "");
+}
+
+TEST(Program, ColorComesWhenTold) {
+    Workshop workshop;
+    workshop.setVariable("NO_COLOR=1");
+    EXPECT_THAT(workshop.run({"os", "--color=always"}).output, StartsWith("\x1b[1mOperating system\x1b[0m\n"));
+    EXPECT_THAT(workshop.run({"os", "--color=auto"}).output, StartsWith("Operating system\n"));
+    EXPECT_THAT(workshop.run({"os", "--json", "--color=always"}).output, StartsWith("{"));
+}
+
+TEST(Program, OutputThatCannotBeWrittenIsAFailure) {
+    const Workshop workshop;
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"os"}, {"report", "--json"}, {"--help"}, {"--version"}}) {
+        expectFailure(workshop.run(arguments, OutputPlace::Closed), "cannot write to standard output: ");
+        expectFailure(workshop.run(arguments, OutputPlace::Full), "cannot write to standard output: ");
+    }
+}
+
+TEST(Program, AReaderThatHasSeenEnoughIsNoFailure) {
+    const Finished finished = Workshop().run({"report"}, OutputPlace::NoReader);
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.signal, 0);
+    EXPECT_EQ(finished.error, "");
+}
+
+} // namespace qk::info

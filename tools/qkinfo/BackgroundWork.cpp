@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tools/qkinfo/BackgroundWork.h"
+
+#include "tools/qkinfo/InterruptSignals.h"
+#include "tools/qkinfo/Output.h"
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <exception>
+#include <system_error>
+#include <thread>
+
+namespace qk::info {
+
+namespace {
+
+constexpr int kFrameMilliseconds = 120;
+
+/// A descriptor that becomes readable once.
+class Event {
+public:
+    Event() : fd_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+        if (fd_ == -1) {
+            throw std::system_error(errno, std::generic_category(), "eventfd");
+        }
+    }
+    Event(const Event&) = delete;
+    Event& operator=(const Event&) = delete;
+    ~Event() { close(fd_); }
+
+    [[nodiscard]] int fd() const { return fd_; }
+    void set() const { eventfd_write(fd_, 1); }
+
+private:
+    int fd_;
+};
+
+class BusyLineDrawing {
+public:
+    explicit BusyLineDrawing(const BusyLine& line) : line_(line) {}
+
+    [[nodiscard]] bool isVisible() const { return line_.fd != -1; }
+
+    void drawNextFrame() {
+        constexpr std::array<char, 4> kFrames{'|', '/', '-', '\\'};
+        write("\r" + line_.text + " " + kFrames[frame_++ % kFrames.size()]);
+    }
+
+    void clear() { write("\r\x1b[K"); }
+
+private:
+    void write(const std::string& text) const {
+        if (isVisible()) {
+            // Nothing depends on it: a terminal that went away shows nothing.
+            static_cast<void>(writeAll(line_.fd, text));
+        }
+    }
+
+    const BusyLine& line_;
+    std::size_t frame_ = 0;
+};
+
+// Returns when `done` is set; does not return after a signal.
+void waitFor(const Event& done, const InterruptSignals& signals, BusyLineDrawing& drawing) {
+    for (;;) {
+        drawing.drawNextFrame();
+        std::array<pollfd, 2> waiting{pollfd{done.fd(), POLLIN, 0}, pollfd{signals.fd(), POLLIN, 0}};
+        poll(waiting.data(), waiting.size(), drawing.isVisible() ? kFrameMilliseconds : -1);
+        if ((waiting[1].revents & POLLIN) != 0) {
+            drawing.clear();
+            signals.dieOfReceived();
+        }
+        if ((waiting[0].revents & POLLIN) != 0) {
+            drawing.clear();
+            return;
+        }
+    }
+}
+
+} // namespace
+
+void runInBackground(const std::function<void()>& work, const BusyLine& line) {
+    const Event done;
+    const InterruptSignals signals;
+    BusyLineDrawing drawing(line);
+    std::exception_ptr failure;
+    std::thread worker([&] {
+        try {
+            work();
+        } catch (...) {
+            failure = std::current_exception();
+        }
+        done.set();
+    });
+    waitFor(done, signals, drawing);
+    worker.join();
+    if (failure != nullptr) {
+        std::rethrow_exception(failure);
+    }
+}
+
+} // namespace qk::info

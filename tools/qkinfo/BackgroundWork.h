@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace qk::info {
+
+/// A line at the bottom of a terminal that says what the program is waiting for.
+struct BusyLine {
+    int fd = -1; ///< of a terminal that understands escape sequences; -1 for no line at all
+    std::string text;
+};
+
+/// Runs `work` on a thread of its own and waits for it, with a moving `line` meanwhile, which is cleared at the end.
+/// Raises what `work` raises.
+///
+/// SIGINT, SIGTERM and SIGHUP end the process at once, as if they had not been caught, once the line is cleared and the
+/// children that `work` may have started are told to end.
+void runInBackground(const std::function<void()>& work, const BusyLine& line);
+
+} // namespace qk::info

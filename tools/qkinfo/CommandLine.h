@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "tools/qkinfo/Commands.h"
+#include "tools/qkinfo/Terminal.h"
+
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace qk::info {
+
+/// What the command line asks for.
+struct Invocation {
+    std::vector<const Command*> commands; ///< in the order of their sections
+    bool report = false;                  ///< whether this is the report, which goes on where a single command fails
+    bool json = false;
+    ColorChoice color = ColorChoice::Auto;
+};
+
+/// The command line asks for a text that is known: the help, or the version.
+struct PlainText {
+    std::string text;
+};
+
+/// The command line makes no sense: one line that says why, without the program's name and a line end.
+struct UsageError {
+    std::string message;
+};
+
+using ParsedCommandLine = std::variant<Invocation, PlainText, UsageError>;
+
+/// `arguments` are those behind the program's name, in the encoding that they came in.
+[[nodiscard]] ParsedCommandLine parseCommandLine(const std::vector<std::string>& arguments);
+
+} // namespace qk::info

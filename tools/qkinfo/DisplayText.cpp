@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tools/qkinfo/DisplayText.h"
+
+#include "tools/qkinfo/DisplayWidthTable.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+
+namespace qk::info {
+
+namespace {
+
+constexpr wchar_t kZeroWidthNonJoiner = 0x200C;
+constexpr wchar_t kZeroWidthJoiner = 0x200D;
+constexpr wchar_t kEmojiPresentation = 0xFE0F;
+constexpr wchar_t kReplacement = 0xFFFD;
+
+bool isIn(std::span<const CharacterRange> ranges, wchar_t character) {
+    const auto code = static_cast<std::uint32_t>(character);
+    const auto behind = std::ranges::upper_bound(ranges, code, {}, &CharacterRange::first);
+    return behind != ranges.begin() && code <= std::prev(behind)->last;
+}
+
+bool isBlank(wchar_t character) {
+    return character == L' ' || (character >= L'\t' && character <= L'\r');
+}
+
+// Joiners steer nothing, and names in Persian or of emoji families need them.
+bool isUnseen(wchar_t character) {
+    return character != kZeroWidthNonJoiner && character != kZeroWidthJoiner && isIn(unseenRanges(), character);
+}
+
+void appendSpelledOut(std::wstring& text, wchar_t character) {
+    char digits[16];
+    const int length = std::snprintf(digits, sizeof digits, character <= 0xFF ? "\\x%02X" : "\\u%04X",
+                                     static_cast<unsigned>(character));
+    text.append(digits, digits + length);
+}
+
+// Columns of one character behind `before`, 0 for none.
+std::size_t columnsOf(wchar_t character, wchar_t before) {
+    if (character == kEmojiPresentation) {
+        // Asks for the two columns of a picture where the character alone is a narrow sign.
+        return before != 0 && !isIn(wideRanges(), before) && !isIn(emptyRanges(), before) ? 1 : 0;
+    }
+    if (isIn(emptyRanges(), character)) {
+        return 0;
+    }
+    return isIn(wideRanges(), character) ? 2 : 1;
+}
+
+// How many characters of `text` go into `width` columns; at least one.
+std::size_t fitting(std::wstring_view text, std::size_t width) {
+    std::size_t columns = 0;
+    for (std::size_t index = 0; index < text.size(); ++index) {
+        columns += columnsOf(text[index], index > 0 ? text[index - 1] : L'\0');
+        if (columns > width && index > 0) {
+            return index;
+        }
+    }
+    return text.size();
+}
+
+std::wstring_view withoutBlanksAtEnd(std::wstring_view text) {
+    return text.substr(0, text.find_last_not_of(L' ') + 1);
+}
+
+} // namespace
+
+std::string wellFormedUTF8(const NSString& text) {
+    if (auto bytes = text.utf8()) {
+        return *std::move(bytes);
+    }
+    std::u16string units(text.units());
+    for (std::size_t index = 0; index < units.size(); ++index) {
+        const bool leads = units[index] >= 0xD800 && units[index] <= 0xDBFF;
+        const bool trails = units[index] >= 0xDC00 && units[index] <= 0xDFFF;
+        if (leads && index + 1 < units.size() && units[index + 1] >= 0xDC00 && units[index + 1] <= 0xDFFF) {
+            ++index;
+        } else if (leads || trails) {
+            units[index] = kReplacement;
+        }
+    }
+    return NSString(units).utf8Lossy();
+}
+
+std::wstring displayText(std::string_view utf8) {
+    std::wstring text;
+    for (const wchar_t character : NSString::fromUTF8Lossy(utf8).utf32Lossy()) {
+        if (text.size() >= kLongestDisplayText) {
+            text.resize(kLongestDisplayText - 3);
+            return text.append(L"...");
+        }
+        if (isBlank(character)) {
+            if (!text.empty() && text.back() != L' ') {
+                text.push_back(L' ');
+            }
+        } else if (isUnseen(character)) {
+            appendSpelledOut(text, character);
+        } else {
+            text.push_back(character);
+        }
+    }
+    return std::wstring(withoutBlanksAtEnd(text));
+}
+
+std::size_t displayWidth(std::wstring_view text) {
+    std::size_t columns = 0;
+    for (std::size_t index = 0; index < text.size(); ++index) {
+        columns += columnsOf(text[index], index > 0 ? text[index - 1] : L'\0');
+    }
+    return columns;
+}
+
+std::vector<std::wstring> wrapped(std::wstring_view text, std::size_t width) {
+    std::vector<std::wstring> lines;
+    for (;;) {
+        std::size_t end = fitting(text, width);
+        if (end == text.size()) {
+            lines.emplace_back(text);
+            return lines;
+        }
+        // The blank may stand right behind the last column.
+        const std::size_t blank = text.substr(0, end + 1).find_last_of(L' ');
+        if (blank != std::wstring_view::npos && blank > 0) {
+            end = blank;
+        }
+        lines.emplace_back(withoutBlanksAtEnd(text.substr(0, end)));
+        text.remove_prefix(std::min(text.find_first_not_of(L' ', end), text.size()));
+    }
+}
+
+std::string displayBytes(std::wstring_view text) {
+    const auto string = NSString::fromUTF32(text);
+    return string.has_value() ? wellFormedUTF8(*string) : std::string();
+}
+
+std::string displayLine(std::string_view utf8) {
+    return displayBytes(displayText(utf8));
+}
+
+} // namespace qk::info

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "QKFoundation/platform/values/NSString.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Texts of unknown origin on a terminal: made harmless, measured in columns and broken into lines.
+namespace qk::info {
+
+/// UTF-8 with U+FFFD in the place of every lone surrogate.
+[[nodiscard]] std::string wellFormedUTF8(const NSString& text);
+
+/// Characters that can be shown, one element each.
+///
+/// White space and line ends become single blanks. What would steer a terminal or turn its writing direction is spelled
+/// out:
+/// "\x1B" for the escape character, "\u202E" for an override. Malformed bytes become U+FFFD. A text beyond
+/// `kLongestDisplayText` characters is cut, with "..." at the end.
+[[nodiscard]] std::wstring displayText(std::string_view utf8);
+
+inline constexpr std::size_t kLongestDisplayText = 2000;
+
+/// The number of columns that `text`, which `displayText` made, takes on a terminal.
+[[nodiscard]] std::size_t displayWidth(std::wstring_view text);
+
+/// `text`, which `displayText` made, in lines of at most `width` columns, broken at blanks where there are any. At
+/// least one line; a character that is wider than `width` has a line of its own.
+[[nodiscard]] std::vector<std::wstring> wrapped(std::wstring_view text, std::size_t width);
+
+/// `text`, which `displayText` made, in UTF-8.
+[[nodiscard]] std::string displayBytes(std::wstring_view text);
+
+/// `displayText` in UTF-8, for a message of one line.
+[[nodiscard]] std::string displayLine(std::string_view utf8);
+
+} // namespace qk::info

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "QKFoundation/platform/values/NSDate.h"
+#include "QKFoundation/platform/values/NSString.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+/// What the program has found out, independent of how it is shown: the text and the JSON are two views of the same
+/// sections.
+namespace qk::info {
+
+struct Count {
+    std::uint64_t number;
+    friend bool operator==(const Count&, const Count&) = default;
+};
+
+struct Bytes {
+    std::uint64_t number;
+    friend bool operator==(const Bytes&, const Bytes&) = default;
+};
+
+struct Megahertz {
+    std::uint64_t number;
+    friend bool operator==(const Megahertz&, const Megahertz&) = default;
+};
+
+/// Whole seconds since 1970-01-01 00:00:00 UTC, in a year from 0 to 9999.
+struct Moment {
+    std::int64_t seconds;
+    friend bool operator==(const Moment&, const Moment&) = default;
+};
+
+/// What a fact says. Texts are well-formed UTF-8 and not blank; they come from the machine and may hold anything else.
+using Content = std::variant<std::string, bool, Count, Bytes, Megahertz, Moment>;
+
+/// Who is shown a fact.
+enum class Audience {
+    Everyone,
+    Programs, ///< only those that read the JSON
+};
+
+/// One thing that is known about the machine, or would be if the machine told it.
+struct Fact {
+    std::string_view key;   ///< its name in the JSON, with the unit in it: "memory_bytes"
+    std::string_view label; ///< its name for people
+    std::optional<Content> content;
+    Audience audience = Audience::Everyone;
+};
+
+using Facts = std::vector<Fact>;
+
+/// Things of one kind. All records have the same keys, in the same order.
+struct List {
+    std::vector<Facts> records;
+    std::string_view whenEmpty; ///< a sentence: "Up to date."
+    std::string_view one;       ///< what a record is called: "update"
+    std::string_view many;      ///< "updates"
+};
+
+using Body = std::variant<Facts, List>;
+
+struct Section {
+    std::string_view key; ///< its name in the JSON
+    std::string_view title;
+    std::optional<Body> body; ///< nothing when the machine told nothing of all this
+};
+
+/// A text of the machine without the blanks and line ends around it; a text that is blank counts as not told.
+/// Lone surrogates become U+FFFD.
+[[nodiscard]] std::optional<Content> textContent(const std::optional<NSString>& text);
+
+/// A number, of which 0 counts as not told.
+template <typename Unit>
+[[nodiscard]] std::optional<Content> numberContent(std::uint64_t number) {
+    return number != 0 ? std::optional<Content>(Unit{number}) : std::nullopt;
+}
+
+/// A moment; one outside of the years that a calendar shows counts as not told.
+[[nodiscard]] std::optional<Content> momentContent(const std::optional<NSDate>& date);
+
+} // namespace qk::info

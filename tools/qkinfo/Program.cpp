@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tools/qkinfo/Program.h"
+
+#include "QKFoundation/platform/objects/NSException.h"
+
+#include "tools/qkinfo/BackgroundWork.h"
+#include "tools/qkinfo/CommandLine.h"
+#include "tools/qkinfo/DisplayText.h"
+#include "tools/qkinfo/JsonRenderer.h"
+#include "tools/qkinfo/Output.h"
+#include "tools/qkinfo/TextRenderer.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+
+namespace qk::info {
+
+namespace {
+
+int fail(const std::string& message) {
+    // Where this cannot be written either, the exit status says it alone.
+    static_cast<void>(writeAll(STDERR_FILENO, "qkinfo: " + displayLine(message) + "\n"));
+    return kFailure;
+}
+
+int print(const std::string& text) {
+    int error = writeAll(STDOUT_FILENO, text);
+    // Some file systems tell only now that there was no room.
+    if (error == 0 && close(STDOUT_FILENO) == -1 && errno != EINTR) {
+        error = errno;
+    }
+    // A reader that has seen enough, such as `head`, is no failure.
+    if (error == 0 || error == EPIPE) {
+        return kSuccess;
+    }
+    return fail(std::string("cannot write to standard output: ") +
+                std::strerror(error)); // NOLINT(concurrency-mt-unsafe)
+}
+
+Moment currentMoment() {
+    const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
+    return {std::chrono::duration_cast<std::chrono::seconds>(sinceEpoch).count()};
+}
+
+std::vector<Section> gather(const Invocation& invocation, const Surroundings& surroundings) {
+    std::vector<Section> sections;
+    BusyLine line;
+    for (const Command* command : invocation.commands) {
+        line.text = command->busy.empty() ? line.text : std::string(command->busy);
+    }
+    const auto work = [&] {
+        for (const Command* command : invocation.commands) {
+            sections.push_back(invocation.report ? sectionForReport(*command, surroundings)
+                                                 : sectionOf(*command, surroundings));
+        }
+    };
+    if (line.text.empty()) {
+        work();
+    } else {
+        line.fd = terminalAt(STDERR_FILENO).takesSequences ? STDERR_FILENO : -1;
+        runInBackground(work, line);
+    }
+    return sections;
+}
+
+int answer(const Invocation& invocation, const Surroundings& surroundings) {
+    const std::vector<Section> sections = gather(invocation, surroundings);
+    if (invocation.json) {
+        return print(renderJson(sections));
+    }
+    const Terminal output = terminalAt(STDOUT_FILENO);
+    const char* const noColor = std::getenv("NO_COLOR"); // NOLINT(concurrency-mt-unsafe): the worker has ended
+    return print(renderText(sections, {output.width, usesColor(invocation.color, output, noColor), currentMoment()}));
+}
+
+} // namespace
+
+int runProgram(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
+    try {
+        const ParsedCommandLine parsed = parseCommandLine(arguments);
+        if (const auto* error = std::get_if<UsageError>(&parsed)) {
+            return fail(error->message);
+        }
+        if (const auto* plain = std::get_if<PlainText>(&parsed)) {
+            return print(plain->text);
+        }
+        return answer(std::get<Invocation>(parsed), surroundings);
+    } catch (const NSException& exception) {
+        return fail(wellFormedUTF8(exception.reason()));
+    } catch (const std::exception& exception) {
+        return fail(exception.what());
+    }
+}
+
+} // namespace qk::info

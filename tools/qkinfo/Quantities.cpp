@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tools/qkinfo/Quantities.h"
+
+#include <array>
+#include <cstdio>
+#include <ctime>
+#include <string_view>
+
+namespace qk::info {
+
+namespace {
+
+std::string twoDigits(std::uint64_t number) {
+    return (number < 10 ? "0" : "") + std::to_string(number);
+}
+
+std::string formatted(const char* format, const std::tm& time) {
+    std::array<char, 128> text{};
+    return {text.data(), std::strftime(text.data(), text.size(), format, &time)};
+}
+
+} // namespace
+
+std::string bytesText(Bytes bytes) {
+    constexpr std::array<std::string_view, 6> kUnits{"KiB", "MiB", "GiB", "TiB", "PiB", "EiB"};
+    const std::string exact = std::to_string(bytes.number) + (bytes.number == 1 ? " byte" : " bytes");
+    if (bytes.number < 1024) {
+        return exact;
+    }
+    std::size_t index = 0;
+    std::uint64_t unit = 1024;
+    const auto tenths = [&] { return bytes.number / unit * 10 + (bytes.number % unit * 10 + unit / 2) / unit; };
+    // Rounding may reach the next unit: 1048575 bytes are 1.0 MiB, not 1024.0 KiB.
+    while (index + 1 < kUnits.size() && tenths() >= 10240) {
+        unit *= 1024;
+        ++index;
+    }
+    return std::to_string(tenths() / 10) + "." + std::to_string(tenths() % 10) + " " + std::string(kUnits[index]) +
+           " (" + exact + ")";
+}
+
+std::string frequencyText(Megahertz frequency) {
+    const std::string exact = std::to_string(frequency.number) + " MHz";
+    if (frequency.number < 1000) {
+        return exact;
+    }
+    const std::uint64_t hundredths = frequency.number / 10 + (frequency.number % 10 >= 5 ? 1 : 0);
+    return std::to_string(hundredths / 100) + "." + twoDigits(hundredths % 100) + " GHz (" + exact + ")";
+}
+
+std::string durationText(std::int64_t seconds) {
+    const auto minutes = static_cast<std::uint64_t>(seconds) / 60;
+    const std::uint64_t days = minutes / (24 * 60);
+    const std::string clock = std::to_string(minutes / 60 % 24) + ":" + twoDigits(minutes % 60);
+    return days == 0 ? clock : std::to_string(days) + (days == 1 ? " day, " : " days, ") + clock;
+}
+
+std::string localTimeText(Moment moment) {
+    const auto seconds = static_cast<std::time_t>(moment.seconds);
+    std::tm time{};
+    return localtime_r(&seconds, &time) != nullptr ? formatted("%Y-%m-%d %H:%M:%S %Z", time) : utcTimeText(moment);
+}
+
+std::string bootTimeText(Moment moment, Moment now) {
+    const std::string time = localTimeText(moment);
+    return now.seconds < moment.seconds ? time : time + ", up " + durationText(now.seconds - moment.seconds);
+}
+
+std::string utcTimeText(Moment moment) {
+    const auto seconds = static_cast<std::time_t>(moment.seconds);
+    std::tm time{};
+    gmtime_r(&seconds, &time);
+    std::array<char, 64> text{};
+    const int length = std::snprintf(text.data(), text.size(), "%04d-%02d-%02dT%02d:%02d:%02dZ", time.tm_year + 1900,
+                                     time.tm_mon + 1, time.tm_mday, time.tm_hour, time.tm_min, time.tm_sec);
+    return {text.data(), static_cast<std::size_t>(length)};
+}
+
+} // namespace qk::info
