@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/platform/linux/BlockDevice.h"
+
+#include "QKFoundation/platform/linux/ReadBytes.h"
+#include "QKFoundation/platform/linux/parse/KernelTexts.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace qk::platform {
+namespace {
+
+constexpr int kDeepest = 8; // mapped devices on mapped devices
+
+struct FreePath {
+    void operator()(char* path) const noexcept { std::free(path); }
+};
+
+std::string realPath(const std::string& path) {
+    const std::unique_ptr<char, FreePath> resolved(::realpath(path.c_str(), nullptr));
+    return resolved != nullptr ? std::string(resolved.get()) : std::string();
+}
+
+bool exists(const std::string& path) {
+    return ::access(path.c_str(), F_OK) == 0;
+}
+
+bool isExternal(std::string_view devicePath) {
+    static constexpr std::array<std::string_view, 4> kBuses{"/usb", "/firewire", "/thunderbolt", "/mmc"};
+    return std::ranges::any_of(kBuses,
+                               [&](std::string_view bus) { return devicePath.find(bus) != std::string_view::npos; });
+}
+
+// Adds the disk in `folder`, or the disks that it lies on.
+void addDisk(const std::string& folder, BlockDevice& device, int depth) {
+    const auto slaves = readDirectory(folder + "/slaves").value_or(std::vector<std::string>());
+    if (!slaves.empty() && depth < kDeepest) {
+        for (const std::string& slave : slaves) {
+            const std::string target = realPath(folder + "/slaves/" + slave);
+            addDisk(exists(target + "/partition") ? target.substr(0, target.rfind('/')) : target, device, depth + 1);
+        }
+        return;
+    }
+    const auto removable = readBytes(folder + "/removable");
+    const std::string_view name = std::string_view(folder).substr(folder.rfind('/') + 1);
+    device.isRemovable |= removable.has_value() && parse::singleNumber(*removable).value_or(0) == 1;
+    device.isEjectable |= name.starts_with("sr") || exists(folder + "/loop/backing_file");
+    device.isInternal &= !isExternal(folder);
+}
+
+} // namespace
+
+BlockDevice readBlockDevice(const LinuxRoot& root, const std::string& number) {
+    BlockDevice device;
+    const std::string folder = realPath(root.path("/sys/dev/block/") + number);
+    if (folder.empty()) { // file systems over several devices have a number of their own
+        return device;
+    }
+    addDisk(exists(folder + "/partition") ? folder.substr(0, folder.rfind('/')) : folder, device, 0);
+    return device;
+}
+
+} // namespace qk::platform

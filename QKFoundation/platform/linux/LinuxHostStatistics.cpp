@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/platform/linux/LinuxHostStatistics.h"
+
+#include "QKFoundation/platform/linux/ReadBytes.h"
+#include "QKFoundation/platform/linux/parse/Counters.h"
+#include "QKFoundation/platform/linux/parse/Processors.h"
+
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace qk::platform {
+namespace {
+
+constexpr std::size_t kChunk = std::size_t{16} << 10U; // the "cpu" lines of 150 processors
+constexpr std::size_t kLimit = std::size_t{16} << 20U;
+constexpr std::size_t kPage = 4096;
+
+// The whole head of /proc/stat on a machine whose processors do not fit into one chunk; nothing when it cannot be read.
+std::optional<std::string> readLargeHead(const KeptFile& file) {
+    std::string head;
+    for (std::size_t capacity = 4 * kChunk; capacity <= kLimit; capacity *= 2) {
+        head.resize(capacity);
+        std::size_t length = 0;
+        for (;;) { // the kernel hands out a page or so at a time
+            const ssize_t count = file.read(std::span(head).subspan(length), length);
+            if (count < 0) {
+                return std::nullopt;
+            }
+            length += static_cast<std::size_t>(count);
+            if (count == 0 || length == capacity) {
+                break;
+            }
+        }
+        if (length < capacity || parse::holdsAllProcessors(std::string_view(head).substr(0, length))) {
+            head.resize(length);
+            return head;
+        }
+    }
+    return std::nullopt;
+}
+
+// "pswpout" stands in the first half of a file whose making costs more than everything else here, so it is read page by
+// page.
+std::uint64_t readSwapOuts(const KeptFile& file) {
+    std::array<char, 4 * kPage> buffer;
+    std::size_t length = 0;
+    while (length + kPage <= buffer.size()) {
+        const ssize_t count = file.read(std::span(buffer).subspan(length, kPage), length);
+        if (count <= 0) {
+            break;
+        }
+        length += static_cast<std::size_t>(count);
+        if (const auto pages = parse::swapOuts({buffer.data(), length})) {
+            return *pages;
+        }
+    }
+    return 0;
+}
+
+} // namespace
+
+LinuxHostStatistics::LinuxHostStatistics(const LinuxRoot& root)
+    : root_(root),
+      stat_(root.path("/proc/stat")),
+      meminfo_(root.path("/proc/meminfo")),
+      vmstat_(root.path("/proc/vmstat")),
+      zramControl_(root.path("/sys/class/zram-control")) {}
+
+int LinuxHostStatistics::hostProcessorInfo(ProcessorLoadInfo& info) const {
+    std::array<char, kChunk> chunk;
+    const ssize_t count = stat_.read(chunk);
+    if (count < 0) {
+        return errno;
+    }
+    const std::string_view head(chunk.data(), static_cast<std::size_t>(count));
+    if (parse::holdsAllProcessors(head)) {
+        return parse::processorTicks(head, info) ? 0 : EIO;
+    }
+    const std::optional<std::string> whole = readLargeHead(stat_);
+    return whole.has_value() && parse::processorTicks(*whole, info) ? 0 : EIO;
+}
+
+int LinuxHostStatistics::hostStatistics64(VMStatistics64& statistics) const {
+    std::array<char, kChunk> chunk;
+    const ssize_t count = meminfo_.read(chunk);
+    if (count < 0) {
+        return errno;
+    }
+    const auto pageSize = static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
+    const auto counts = parse::memoryStatistics({chunk.data(), static_cast<std::size_t>(count)}, pageSize);
+    if (!counts.has_value()) {
+        return EIO;
+    }
+    statistics = *counts;
+    statistics.compressor_page_count += static_cast<std::uint32_t>(bytesCompressedByZram() / pageSize);
+    statistics.swapouts = readSwapOuts(vmstat_);
+    return 0;
+}
+
+std::uint64_t LinuxHostStatistics::bytesCompressedByZram() const {
+    if (::access(zramControl_.c_str(), F_OK) != 0) { // no such device can be there
+        return 0;
+    }
+    const std::string blockDevices = root_.path("/sys/block");
+    std::uint64_t bytes = 0;
+    for (const std::string& name : readDirectory(blockDevices).value_or(std::vector<std::string>())) {
+        if (parse::numberBehind("zram", name).has_value()) {
+            const auto statistics = readBytes(blockDevices + "/" + name + "/mm_stat");
+            bytes += statistics.has_value() ? parse::compressedBytes(*statistics).value_or(0) : 0;
+        }
+    }
+    return bytes;
+}
+
+} // namespace qk::platform
