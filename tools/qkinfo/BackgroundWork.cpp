@@ -70,12 +70,16 @@ void waitFor(const Event& done, const InterruptSignals& signals, BusyLineDrawing
         drawing.drawNextFrame();
         std::array<pollfd, 2> waiting{pollfd{done.fd(), POLLIN, 0}, pollfd{signals.fd(), POLLIN, 0}};
         poll(waiting.data(), waiting.size(), drawing.isVisible() ? kFrameMilliseconds : -1);
-        if ((waiting[1].revents & POLLIN) != 0) {
+        const bool isDone = (waiting[0].revents & POLLIN) != 0;
+        // A signal that ends a child makes the work end too, and may be reported here only after that: look once more.
+        poll(&waiting[1], 1, 0);
+        if (isDone || (waiting[1].revents & POLLIN) != 0) {
             drawing.clear();
+        }
+        if ((waiting[1].revents & POLLIN) != 0) {
             signals.dieOfReceived();
         }
-        if ((waiting[0].revents & POLLIN) != 0) {
-            drawing.clear();
+        if (isDone) {
             return;
         }
     }

@@ -4,6 +4,7 @@
 #include "tools/qkinfo/DisplayWidthTable.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstdio>
 
@@ -17,7 +18,7 @@ constexpr wchar_t kEmojiPresentation = 0xFE0F;
 constexpr wchar_t kReplacement = 0xFFFD;
 
 bool isIn(std::span<const CharacterRange> ranges, wchar_t character) {
-    const auto code = static_cast<std::uint32_t>(character);
+    const auto code = std::bit_cast<std::uint32_t>(character);
     const auto behind = std::ranges::upper_bound(ranges, code, {}, &CharacterRange::first);
     return behind != ranges.begin() && code <= std::prev(behind)->last;
 }
@@ -60,6 +61,18 @@ std::size_t fitting(std::wstring_view text, std::size_t width) {
         }
     }
     return text.size();
+}
+
+// Where to break `text`, of which `end` characters go into the line: before the last blank, else behind a mark that
+// parts words.
+std::size_t goodBreak(std::wstring_view text, std::size_t end) {
+    // The blank may stand right behind the last column.
+    const std::size_t blank = text.substr(0, end + 1).find_last_of(L' ');
+    if (blank != std::wstring_view::npos && blank > 0) {
+        return blank;
+    }
+    const std::size_t mark = text.substr(0, end).find_last_of(L"-/_,");
+    return mark != std::wstring_view::npos && mark >= end / 2 ? mark + 1 : end;
 }
 
 std::wstring_view withoutBlanksAtEnd(std::wstring_view text) {
@@ -121,11 +134,7 @@ std::vector<std::wstring> wrapped(std::wstring_view text, std::size_t width) {
             lines.emplace_back(text);
             return lines;
         }
-        // The blank may stand right behind the last column.
-        const std::size_t blank = text.substr(0, end + 1).find_last_of(L' ');
-        if (blank != std::wstring_view::npos && blank > 0) {
-            end = blank;
-        }
+        end = goodBreak(text, end);
         lines.emplace_back(withoutBlanksAtEnd(text.substr(0, end)));
         text.remove_prefix(std::min(text.find_first_not_of(L' ', end), text.size()));
     }

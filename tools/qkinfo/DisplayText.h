@@ -27,8 +27,8 @@ inline constexpr std::size_t kLongestDisplayText = 2000;
 /// The number of columns that `text`, which `displayText` made, takes on a terminal.
 [[nodiscard]] std::size_t displayWidth(std::wstring_view text);
 
-/// `text`, which `displayText` made, in lines of at most `width` columns, broken at blanks where there are any. At
-/// least one line; a character that is wider than `width` has a line of its own.
+/// `text`, which `displayText` made, in lines of at most `width` columns, broken at blanks where there are any, else
+/// behind hyphens and the like. At least one line; a character that is wider than `width` has a line of its own.
 [[nodiscard]] std::vector<std::wstring> wrapped(std::wstring_view text, std::size_t width);
 
 /// `text`, which `displayText` made, in UTF-8.

@@ -42,6 +42,7 @@ using Content = std::variant<std::string, bool, Count, Bytes, Megahertz, Moment>
 /// Who is shown a fact.
 enum class Audience {
     Everyone,
+    People,   ///< only those that read the text
     Programs, ///< only those that read the JSON
 };
 

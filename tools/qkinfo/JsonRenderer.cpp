@@ -24,8 +24,10 @@ struct BodyJson {
     Json operator()(const Facts& facts) const {
         Json object = Json::object();
         for (const Fact& fact : facts) {
-            object[std::string(fact.key)] =
-                fact.content.has_value() ? std::visit(ContentJson{}, *fact.content) : Json();
+            if (fact.audience != Audience::People) {
+                object[std::string(fact.key)] =
+                    fact.content.has_value() ? std::visit(ContentJson{}, *fact.content) : Json();
+            }
         }
         return object;
     }

@@ -10,6 +10,8 @@ namespace qk::info {
 
 namespace {
 
+constexpr std::uint64_t kMinutesOfDay = 1440;
+
 std::string twoDigits(std::uint64_t number) {
     return (number < 10 ? "0" : "") + std::to_string(number);
 }
@@ -23,7 +25,7 @@ std::string formatted(const char* format, const std::tm& time) {
 
 std::string bytesText(Bytes bytes) {
     constexpr std::array<std::string_view, 6> kUnits{"KiB", "MiB", "GiB", "TiB", "PiB", "EiB"};
-    const std::string exact = std::to_string(bytes.number) + (bytes.number == 1 ? " byte" : " bytes");
+    std::string exact = std::to_string(bytes.number) + (bytes.number == 1 ? " byte" : " bytes");
     if (bytes.number < 1024) {
         return exact;
     }
@@ -40,7 +42,7 @@ std::string bytesText(Bytes bytes) {
 }
 
 std::string frequencyText(Megahertz frequency) {
-    const std::string exact = std::to_string(frequency.number) + " MHz";
+    std::string exact = std::to_string(frequency.number) + " MHz";
     if (frequency.number < 1000) {
         return exact;
     }
@@ -50,7 +52,7 @@ std::string frequencyText(Megahertz frequency) {
 
 std::string durationText(std::int64_t seconds) {
     const auto minutes = static_cast<std::uint64_t>(seconds) / 60;
-    const std::uint64_t days = minutes / (24 * 60);
+    const std::uint64_t days = minutes / kMinutesOfDay;
     const std::string clock = std::to_string(minutes / 60 % 24) + ":" + twoDigits(minutes % 60);
     return days == 0 ? clock : std::to_string(days) + (days == 1 ? " day, " : " days, ") + clock;
 }

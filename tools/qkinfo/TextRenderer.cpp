@@ -105,7 +105,7 @@ private:
 };
 
 bool isShown(const Fact& fact) {
-    return fact.audience == Audience::Everyone;
+    return fact.audience != Audience::Programs;
 }
 
 std::string_view valueColor(const Fact& fact) {

@@ -85,25 +85,35 @@ def make_blocks(record_of):
     return index, [record for block in blocks for record in block]
 
 
-def slot_of(first, second, factor):
-    return ((first << 21 | second) * factor & 0xFFFFFFFFFFFFFFFF) >> 64 - 11
+def slots_of(first, second, factor):
+    product = (first << 21 | second) * factor & 0xFFFFFFFFFFFFFFFF
+    return product >> 64 - 11, product >> 64 - 22 & SLOTS - 1
+
+
+def place(pairs, factor):
+    """Puts each pair into one of its two slots, by moving out what is in the way; nothing if that does not end."""
+    slots = {}
+    for pair in sorted(pairs):
+        slot = slots_of(*pair, factor)[0]
+        for _ in range(500):
+            pair, slots[slot] = slots.get(slot), pair
+            if pair is None:
+                break
+            one, other = slots_of(*pair, factor)
+            slot = other if slot == one else one
+        else:
+            return None
+    return slots
 
 
 def make_slots(pairs):
-    """An open hash table, with the factor of a few that keeps its longest probe shortest."""
-    best = None
-    for attempt in range(1, 200):
+    for attempt in range(1, 1000):
         factor = 0x9E3779B97F4A7C15 * (2 * attempt + 1) & 0xFFFFFFFFFFFFFFFF
-        slots, longest = [0] * SLOTS, 0
-        for (first, second), to in sorted(pairs.items()):
-            slot, probe = slot_of(first, second, factor), 0
-            while slots[(slot + probe) % SLOTS]:
-                probe += 1
-            slots[(slot + probe) % SLOTS] = first << 42 | second << 21 | to
-            longest = max(longest, probe)
-        if best is None or longest < best[0]:
-            best = (longest, factor, slots)
-    return best
+        slots = place(pairs, factor)
+        if slots:
+            packed = {slot: pair[0] << 42 | pair[1] << 21 | pairs[pair] for slot, pair in slots.items()}
+            return factor, [packed.get(slot, 0) for slot in range(SLOTS)]
+    raise SystemExit("no factor serves: the table of pairs is too small")
 
 
 def write_array(kind, name, values, form="{}"):
@@ -122,13 +132,13 @@ def write_array(kind, name, values, form="{}"):
 def write_tables(data):
     records, pool, record_of = make_records(data)
     index, blocks = make_blocks(record_of)
-    longest, factor, slots = make_slots(data.pairs())
+    factor, slots = make_slots(data.pairs())
     print("// SPDX-License-Identifier: Apache-2.0")
     print(f"// Written by tools/unicode/make_tables.py from the data files of Unicode {data.version}. Not to be edited.")
     print("// clang-format off\n")
     print(f"static_assert(kTableLimit == 0x{LIMIT:X} && kBlockLength == {BLOCK} && kPairSlots == {SLOTS});")
     print(f"static_assert(kPairFactor == 0x{factor:X});")
-    print(f"// The longest way from a pair's slot to the pair is {longest}.\n")
+    print()
     write_array("Record", "kRecords", ["Record{{{}, {}, {}, {}, {}}}".format(*record) for record in records])
     write_array("std::uint32_t", "kDecompositions", pool, "0x{:X}")
     write_array("std::uint8_t", "kBlockOf", index)

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/values/NSStringStorage.h"
 #include "QKFoundation/platform/values/WideElements.h"
-#include "QKFoundation/platform/values/unicode/Scalar.h"
 #include "QKFoundation/platform/values/unicode/Transcode.h"
 
+#include <algorithm>
 #include <array>
 #include <memory>
 
@@ -17,6 +17,25 @@ namespace {
 constexpr std::size_t kShort = 64;
 
 constexpr char16_t kReplacement = u'\uFFFD';
+
+/// The bytes that were taken for a character and the units that it became.
+struct CharacterAtHead {
+    std::size_t bytes;
+    std::size_t units;
+};
+
+/// Writes the character at the head of `bytes`, or U+FFFD for the first byte when there is none. `out` holds as many
+/// units as there are bytes.
+CharacterAtHead decodeHead(std::string_view bytes, char16_t* out) {
+    constexpr std::size_t kLongest = 4;
+    for (std::size_t length = 1; length <= std::min(bytes.size(), kLongest); ++length) {
+        if (const auto units = unicode::utf8ToUTF16(bytes.substr(0, length), out)) {
+            return {length, *units};
+        }
+    }
+    *out = kReplacement;
+    return {1, 1};
+}
 
 /// The UTF-8 form of `units` by `convert`, which is given room for three bytes per unit.
 template <typename Convert>
@@ -49,14 +68,9 @@ NSString NSString::fromUTF8Lossy(std::string_view bytes) {
     StorageBuilder builder(bytes.size());
     std::size_t length = 0;
     while (!bytes.empty()) {
-        const auto [scalar, taken] = unicode::decodeUTF8(bytes.data(), bytes.size());
-        if (taken == 0) {
-            builder.units()[length++] = kReplacement;
-            bytes.remove_prefix(1);
-        } else {
-            length += unicode::encodeUTF16(scalar, builder.units() + length);
-            bytes.remove_prefix(taken);
-        }
+        const CharacterAtHead head = decodeHead(bytes, builder.units() + length);
+        length += head.units;
+        bytes.remove_prefix(head.bytes);
     }
     return adopting(builder.finish(length));
 }

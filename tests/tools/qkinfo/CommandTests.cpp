@@ -163,10 +163,16 @@ TEST_F(Commands, UpdatesAreListedInOrder) {
          "recommended": false, "restart": false}])");
     EXPECT_EQ(jsonOf("updates"), expected);
     EXPECT_EQ(textOf("updates"), "Updates\n"
-                                 "  Name         Version  Size    Recommended  Restart\n"
-                                 "  ExampleTool  2.1      20480K  yes          yes\n"
-                                 "  other-tool   1.0      12K     no           no\n"
+                                 "  Name         Version  Size    Flags\n"
+                                 "  ExampleTool  2.1      20480K  recommended, restart\n"
+                                 "  other-tool   1.0      12K     -\n"
                                  "  2 updates.\n");
+}
+
+TEST_F(Commands, VersionsAreWrittenWithUsualHyphens) {
+    setListing("   * bash-5.2.15\u20112+b13\n\tbash (5.2.15\u20112+b13), 12K\n");
+    EXPECT_EQ(jsonOf("updates").at(0).at("name"), "bash");
+    EXPECT_EQ(jsonOf("updates").at(0).at("version"), "5.2.15-2+b13");
 }
 
 TEST_F(Commands, OnlyTheUpdatesAskTheTool) {

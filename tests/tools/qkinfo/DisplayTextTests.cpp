@@ -118,6 +118,12 @@ TEST(Wrapping, BreaksLongWordsWhereTheyReachTheEnd) {
     EXPECT_EQ(lines("a bcdefgh", 3), (Lines{"a", "bcd", "efg", "h"}));
 }
 
+TEST(Wrapping, BreaksLongWordsBehindTheirHyphensUnlessTheLineWouldBeShort) {
+    EXPECT_EQ(lines("postgresql-client-common", 23), (Lines{"postgresql-client-", "common"}));
+    EXPECT_EQ(lines("a-bcdefghij", 8), (Lines{"a-bcdefg", "hij"}));
+    EXPECT_EQ(lines("/usr/lib/systemd/system", 12), (Lines{"/usr/lib/", "systemd/", "system"}));
+}
+
 TEST(Wrapping, NeverTakesAMarkFromItsLetter) {
     EXPECT_EQ(lines("e\u0301e\u0301", 1), (Lines{"e\u0301", "e\u0301"}));
 }

@@ -36,7 +36,8 @@ TEST(JsonRenderer, EveryKindIsRawAndInOrder) {
                                             {"memory_bytes", "", Bytes{UINT64_MAX}},
                                             {"frequency_mhz", "", Megahertz{2599}},
                                             {"a_time", "", Moment{1'714'551'753}},
-                                            {"more", "", std::string("too"), Audience::Programs}}}});
+                                            {"more", "", std::string("too"), Audience::Programs},
+                                            {"less", "", std::string("not here"), Audience::People}}}});
     EXPECT_EQ(text, "{\n"
                     "  \"some\": {\n"
                     "    \"z_text\": \"two words\",\n"

@@ -113,8 +113,8 @@ TEST(Program, UpdatesAreListed) {
     workshop.setUpdateTool(R"(printf '   * ExampleTool-2.1\n\tExample Tool (2.1), 20480K [recommended]\n')");
     const Finished finished = workshop.run({"updates"});
     EXPECT_EQ(finished.output, "Updates\n"
-                               "  Name         Version  Size    Recommended  Restart\n"
-                               "  ExampleTool  2.1      20480K  yes          no\n"
+                               "  Name         Version  Size    Flags\n"
+                               "  ExampleTool  2.1      20480K  recommended\n"
                                "  1 update.\n");
     EXPECT_EQ(finished.error, "");
 }

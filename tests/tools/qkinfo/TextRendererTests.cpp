@@ -28,7 +28,7 @@ Facts update(const std::string& name, const std::string& version, std::optional<
             {"version", "Version", version},
             {"description", "Description", std::string("for programs alone"), Audience::Programs},
             {"size", "Size", std::move(size)},
-            {"restart", "Restart", false}};
+            {"restart", "Restart", false, Audience::People}};
 }
 
 std::size_t widestLine(const std::string& text) {

@@ -15,19 +15,37 @@ std::optional<Content> text(const NSDictionary& update, const NSString& key) {
     return value != nullptr ? textContent(*value) : std::nullopt;
 }
 
-std::optional<Content> flag(const NSDictionary& update, const NSString& key) {
+// A hyphen ends the name of a listed update, so the listing has non-breaking ones in versions. People and package
+// managers write them as usual.
+std::optional<Content> version(const NSDictionary& update) {
+    const NSString* value = update.get<NSString>("version");
+    return value != nullptr ? textContent(value->stringByReplacingOccurrencesOfString("\u2011", "-")) : std::nullopt;
+}
+
+bool flag(const NSDictionary& update, const NSString& key) {
     const NSNumber* value = update.get<NSNumber>(key);
-    return value != nullptr ? std::optional<Content>(value->boolValue()) : std::nullopt;
+    return value != nullptr && value->boolValue();
+}
+
+std::string flagsText(bool recommended, bool restart) {
+    if (!recommended && !restart) {
+        return "-";
+    }
+    return std::string(recommended ? "recommended" : "") + (recommended && restart ? ", " : "") +
+           (restart ? "restart" : "");
 }
 
 Facts recordOf(const NSDictionary& update) {
+    const bool recommended = flag(update, "recommended");
+    const bool restart = flag(update, "restart");
     return {
         {"name", "Name", text(update, "name")},
-        {"version", "Version", text(update, "version")},
+        {"version", "Version", version(update)},
         {"description", "Description", text(update, "description"), Audience::Programs},
         {"size", "Size", text(update, "size")},
-        {"recommended", "Recommended", flag(update, "recommended")},
-        {"restart", "Restart", flag(update, "restart")},
+        {"flags", "Flags", flagsText(recommended, restart), Audience::People},
+        {"recommended", "Recommended", recommended, Audience::Programs},
+        {"restart", "Restart", restart, Audience::Programs},
     };
 }
 

@@ -5,7 +5,7 @@
 
 #include <immintrin.h>
 
-/// From UTF-16, and from UTF-32 to it, for processors with AVX-512 VBMI2: 32 units at a time, and a surrogate pair that
+/// From UTF-16 for processors with AVX-512 VBMI2: 32 units at a time, and a surrogate pair that
 /// is cut between two blocks carried over. UTF-8 comes out of lanes of four bytes, compressed to the bytes that count.
 namespace qk::unicode {
 namespace {
@@ -79,6 +79,7 @@ struct UTF8Writer {
     static constexpr std::size_t kUnitsForRoom = 38;
     /// What the first half of a pair writes.
     static constexpr std::size_t kPerHighSurrogate = 2;
+    static constexpr bool kCopiesASCII = true;
 
     template <bool Room>
     static std::size_t writeBlock(const UTF16Block& block, const char16_t* in, char* out) {
@@ -95,6 +96,22 @@ struct UTF8Writer {
             return first;
         }
         return first + writeLanes<Room>(lanesOf(block, in + 16, 1), out + first);
+    }
+
+    /// Copies ASCII, 64 units at a time. Returns how many, all of which there are.
+    static std::size_t copyASCII(const char16_t* in, std::size_t length, char* out) {
+        const __m512i order = _mm512_set_epi64(7, 5, 3, 1, 6, 4, 2, 0);
+        std::size_t at = 0;
+        for (; length - at >= 64; at += 64) {
+            const __m512i low = _mm512_loadu_si512(in + at);
+            const __m512i high = _mm512_loadu_si512(in + at + 32);
+            if (_mm512_test_epi16_mask(_mm512_or_si512(low, high), _mm512_set1_epi16(-0x80)) != 0) {
+                break;
+            }
+            // Packing takes turns between the quarters of both.
+            _mm512_storeu_si512(out + at, _mm512_permutexvar_epi64(order, _mm512_packus_epi16(low, high)));
+        }
+        return at;
     }
 
     /// Units below 0x800, of which `wide` are not ASCII.
@@ -145,6 +162,7 @@ struct UTF32Writer {
     using Out = char32_t;
     static constexpr std::size_t kUnitsForRoom = 32;
     static constexpr std::size_t kPerHighSurrogate = 0;
+    static constexpr bool kCopiesASCII = false;
 
     template <bool Room>
     static std::size_t writeBlock(const UTF16Block& block, const char16_t* in, char32_t* out) {
@@ -181,6 +199,7 @@ struct UTF16Counter {
     using Out = char;
     static constexpr std::size_t kUnitsForRoom = 32;
     static constexpr std::size_t kPerHighSurrogate = UTF8 ? 2 : 0;
+    static constexpr bool kCopiesASCII = false;
 
     template <bool Room>
     static std::size_t writeBlock(const UTF16Block& block, const char16_t* /*in*/, const char* /*out*/) {
@@ -201,8 +220,16 @@ public:
 
     Progress convert(std::size_t length) {
         while (length - at_.read >= Writer::kUnitsForRoom) {
+            const std::size_t before = at_.written;
             if (!convertBlock<true>(32)) {
                 return progress();
+            }
+            if constexpr (Writer::kCopiesASCII) {
+                // Only ASCII takes as many bytes as units, if no pair is cut.
+                if (at_.written - before == 32 && cut_ == 0) {
+                    const std::size_t copied = Writer::copyASCII(in_ + at_.read, length - at_.read, out_ + at_.written);
+                    at_ = {at_.read + copied, at_.written + copied};
+                }
             }
         }
         while (at_.read < length) {
@@ -240,53 +267,6 @@ private:
     Progress at_{0, 0};
     std::uint32_t cut_ = 0; // 1 if the last unit was the first half of a pair
 };
-
-/// 16 values or, at the end, fewer. `Write` false counts only. False for a value that is none of Unicode's.
-template <bool Write, bool Room>
-inline bool readUTF32Block(const char32_t* in, __mmask16 there, char16_t* out, Progress& at) {
-    const __m512i values = _mm512_maskz_loadu_epi32(there, in + at.read);
-    const __m512i prefix = _mm512_and_si512(values, _mm512_set1_epi32(-0x800));
-    const __mmask16 bad = _mm512_cmpgt_epu32_mask(values, _mm512_set1_epi32(0x10FFFF)) |
-                          _mm512_cmpeq_epi32_mask(prefix, _mm512_set1_epi32(0xD800));
-    if (bad != 0) {
-        return false;
-    }
-    const std::uint32_t pairs = _mm512_cmpge_epu32_mask(values, _mm512_set1_epi32(0x10000));
-    const std::size_t count = countOf(there) + countOf(pairs);
-    if constexpr (Write) {
-        if (pairs == 0) {
-            _mm256_mask_storeu_epi16(out + at.written, there, _mm512_cvtepi32_epi16(values));
-        } else {
-            const __m512i high = _mm512_add_epi32(_mm512_srli_epi32(values, 10), _mm512_set1_epi32(0xD7C0));
-            const __m512i low = _mm512_slli_epi32(values, 16);
-            // (low & 03FF0000) | high, and the mark of a low surrogate
-            const __m512i both =
-                _mm512_or_si512(_mm512_set1_epi32(-0x24000000),
-                                _mm512_ternarylogic_epi64(low, _mm512_set1_epi32(0x03FF0000), high, 0xEA));
-            const __m512i units = _mm512_mask_mov_epi32(values, static_cast<__mmask16>(pairs), both);
-            const std::uint32_t keep = _pdep_u32(there, 0x55555555U) | _pdep_u32(pairs, 0xAAAAAAAAU);
-            _mm512_mask_storeu_epi16(out + at.written, unitsBelow(Room ? 32 : count),
-                                     _mm512_maskz_compress_epi16(keep, units));
-        }
-    }
-    at.read += countOf(there);
-    at.written += count;
-    return true;
-}
-
-template <bool Write>
-inline Progress readUTF32(const char32_t* in, std::size_t length, char16_t* out) {
-    Progress at{0, 0};
-    while (length - at.read >= 16) {
-        if (!readUTF32Block<Write, true>(in, 0xFFFF, out, at)) {
-            return at;
-        }
-    }
-    if (at.read < length) {
-        readUTF32Block<Write, false>(in, static_cast<__mmask16>(unitsBelow(length - at.read)), out, at);
-    }
-    return at;
-}
 
 } // namespace
 } // namespace qk::unicode

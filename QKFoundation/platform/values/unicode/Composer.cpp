@@ -19,75 +19,173 @@ std::uint32_t classOf(std::uint32_t entry) {
     return entry >> kClassShift;
 }
 
-} // namespace
+/// All characters below are boundaries, and none below `kFirstDecomposable` has a mark in it.
+constexpr char32_t kFirstMark = 0x300;
+constexpr char32_t kFirstDecomposable = 0xC0;
 
-/// Where a segment is being read and written. Marks behind the starter come in order as long as nothing else is found.
-struct Composer::Segment {
-    std::size_t at;       // the next character of the input
-    char32_t starter = 0; // waits to be written: the next mark may compose with it
-    bool hasStarter = false;
-    std::size_t marks = 0;     // where in the output the marks behind the starter begin
-    std::uint8_t lastKept = 0; // class of the last of those marks
-    std::uint8_t lastSeen = 0; // class of the last mark, composed or not
-};
+/// Composes segments that need neither decomposition nor sorting: a starter and marks in order, as almost all are.
+class OrderedSegments {
+public:
+    explicit OrderedSegments(std::size_t start) : segment_{start} {}
 
-std::size_t Composer::appendSegment(std::size_t start, std::u16string& out) {
-    const std::size_t outStart = out.size();
-    Segment segment{.at = start};
-    if (appendOrdered(segment, out)) {
-        return segment.at;
+    /// Where in the input the current segment began.
+    [[nodiscard]] std::size_t segment() const { return segment_; }
+
+    /// Begins a segment at `at` with a boundary.
+    void begin(std::size_t at, char32_t starter, std::uint8_t trailingClass, std::u16string& out) {
+        flush();
+        constexpr std::size_t kEnough = 64;
+        if (length_ + kEnough > buffer_.size()) {
+            out.append(buffer_.data(), length_);
+            length_ = 0;
+        }
+        segment_ = at;
+        segmentLength_ = length_;
+        setStarter(starter, trailingClass);
     }
-    out.resize(outStart);
-    return appendAny(start, out);
-}
 
-/// The usual segment needs neither decomposition nor sorting: a starter and marks in order. False for any other, with
-/// something written.
-bool Composer::appendOrdered(Segment& segment, std::u16string& out) {
-    std::array<char32_t, 8> kept{};
-    std::size_t keptCount = 0;
-    const auto flush = [&] {
-        if (segment.hasStarter) {
-            appendCharacter(segment.starter, out);
+    /// Copies characters from `at` on that are complete because both they and the next are below the first mark, `most`
+    /// of them at most. Returns how many.
+    std::size_t copySimple(std::u16string_view in, std::size_t at, std::size_t most) {
+        flush();
+        const std::size_t room = std::min({most, buffer_.size() - length_, in.size() - at});
+        std::size_t count = 0;
+        while (count + 1 < room && in[at + count] < kFirstMark && in[at + count + 1] < kFirstMark) {
+            buffer_[length_++] = in[at + count++];
         }
-        for (std::size_t i = 0; i < keptCount; ++i) {
-            appendCharacter(kept[i], out);
-        }
-        keptCount = 0;
-    };
-    for (bool isFirst = true; segment.at < in_.size(); isFirst = false) {
-        const Character next = characterAt(in_, segment.at);
-        const Record& record = recordOf(next.value);
-        if (!isFirst && record.isBoundary()) {
-            break;
-        }
-        if (record.check() == QuickCheck::no ||
-            record.combiningClass < segment.lastSeen * (record.combiningClass != 0)) {
+        return count;
+    }
+
+    /// Adds a character that is no boundary; false if the segment is of another kind.
+    bool add(char32_t character, const Record& record) {
+        const std::uint8_t combiningClass = record.combiningClass;
+        if (record.check() == QuickCheck::no || (combiningClass != 0 && combiningClass < lastSeen_)) {
             return false;
         }
-        segment.at += next.length;
-        if (segment.hasStarter && record.check() == QuickCheck::maybe &&
-            (keptCount == 0 || segment.lastKept < record.combiningClass)) {
-            if (const auto composed = compose(segment.starter, next.value)) {
-                segment.starter = *composed;
-                segment.lastSeen = record.combiningClass;
-                continue;
+        if (hasStarter_ && record.check() == QuickCheck::maybe && (keptCount_ == 0 || lastKept_ < combiningClass)) {
+            if (const auto composed = compose(starter_, character)) {
+                starter_ = *composed;
+                lastSeen_ = combiningClass;
+                return true;
             }
         }
-        if (record.combiningClass == 0) {
-            flush();
-            segment.starter = next.value;
-            segment.hasStarter = true;
-            segment.lastSeen = record.trailingClass;
-        } else if (keptCount == kept.size()) {
+        constexpr std::size_t kMostAtOnce = 2 * (1 + kMostMarks);
+        if (keptCount_ == kMostMarks || length_ + kMostAtOnce > buffer_.size()) {
             return false;
+        }
+        if (combiningClass == 0) {
+            flush();
+            setStarter(character, record.trailingClass);
         } else {
-            kept[keptCount++] = next.value;
-            segment.lastKept = segment.lastSeen = record.combiningClass;
+            kept_[keptCount_++] = character;
+            lastKept_ = lastSeen_ = combiningClass;
+        }
+        return true;
+    }
+
+    void finish(std::u16string& out) {
+        flush();
+        out.append(buffer_.data(), length_);
+    }
+
+    /// Leaves the current segment out.
+    void finishBeforeSegment(std::u16string& out) const { out.append(buffer_.data(), segmentLength_); }
+
+private:
+    static constexpr std::size_t kMostMarks = 8;
+
+    void setStarter(char32_t starter, std::uint8_t trailingClass) {
+        starter_ = starter;
+        hasStarter_ = true;
+        lastSeen_ = trailingClass;
+    }
+
+    void write(char32_t character) {
+        if (character < 0x10000) {
+            buffer_[length_++] = static_cast<char16_t>(character);
+        } else {
+            buffer_[length_++] = static_cast<char16_t>(0xD7C0U + (character >> 10U));
+            buffer_[length_++] = static_cast<char16_t>(0xDC00U | (character & 0x3FFU));
         }
     }
-    flush();
-    return true;
+
+    void flush() {
+        if (hasStarter_) {
+            write(starter_);
+        }
+        for (std::size_t i = 0; i < keptCount_; ++i) {
+            write(kept_[i]);
+        }
+        hasStarter_ = false;
+        keptCount_ = 0;
+    }
+
+    std::array<char16_t, 512> buffer_; // all before length_ is set
+    std::size_t length_ = 0;
+    std::size_t segment_;
+    std::size_t segmentLength_ = 0;
+    char32_t starter_ = 0; // waits to be written: the next mark may compose with it
+    bool hasStarter_ = false;
+    std::array<char32_t, kMostMarks> kept_{};
+    std::size_t keptCount_ = 0;
+    std::uint8_t lastKept_ = 0; // class of the last mark that is kept
+    std::uint8_t lastSeen_ = 0; // class of the last mark, composed or not
+};
+
+/// The syllable whose parts begin at `at`, and how many they are; length 0 if there are none.
+Character syllableAt(std::u16string_view in, std::size_t at) {
+    using namespace hangul;
+    const char32_t lead = in[at] - kLead;
+    if (lead >= kLeads || at + 1 == in.size() || in[at + 1] - kVowel >= kVowels) {
+        return {0, 0};
+    }
+    const char32_t open = kSyllable + (lead * kVowels + (in[at + 1] - kVowel)) * kTails;
+    const char32_t tail = at + 2 < in.size() ? in[at + 2] - kTail : 0;
+    const bool hasTail = tail - 1 < kTails - 1;
+    return {hasTail ? open + tail : open, hasTail ? 3U : 2U};
+}
+
+} // namespace
+
+std::size_t Composer::append(std::size_t start, Extent extent, std::u16string& out) {
+    // A character that has to be looked up says more about what follows than one that is copied.
+    constexpr unsigned kMostQuiet = 16;
+    constexpr unsigned kPerLookup = 4;
+    OrderedSegments segments{start};
+    unsigned quiet = 0;
+    std::size_t at = start;
+    while (at < in_.size()) {
+        if (extent == Extent::stretch && at + 1 < in_.size() && (in_[at] | in_[at + 1]) < 0x200) {
+            const std::size_t simple = segments.copySimple(in_, at, kMostQuiet - std::min(quiet, kMostQuiet));
+            at += simple;
+            quiet += static_cast<unsigned>(simple);
+        }
+        if (const Character syllable = syllableAt(in_, at); syllable.length != 0) {
+            if (at != start && extent == Extent::segment) {
+                break;
+            }
+            segments.begin(at, syllable.value, 0, out);
+            at += syllable.length;
+            quiet = 0;
+            continue;
+        }
+        const Character next = characterAt(in_, at);
+        const Record& record = recordOf(next.value < kFirstDecomposable ? 0 : next.value);
+        if (next.value < kFirstMark || record.isBoundary()) {
+            if (at != start && (extent == Extent::segment || (quiet += kPerLookup) > kMostQuiet)) {
+                break;
+            }
+            segments.begin(at, next.value, record.trailingClass, out);
+        } else if (segments.add(next.value, record)) {
+            quiet = 0;
+        } else {
+            segments.finishBeforeSegment(out);
+            return appendAny(segments.segment(), out);
+        }
+        at += next.length;
+    }
+    segments.finish(out);
+    return at;
 }
 
 /// Decomposes, sorts and composes all of the segment.

@@ -9,19 +9,20 @@
 
 namespace qk::unicode {
 
-/// Composes one segment after the other of a text: the characters from one boundary of composition up to the next.
+/// Composes a text from one boundary of composition to another. What lies between two boundaries is a segment.
 class Composer {
 public:
+    enum class Extent {
+        segment, ///< just one
+        stretch, ///< so many that no more than a few at the end had nothing to compose
+    };
+
     explicit Composer(std::u16string_view in) : in_{in} {}
 
-    /// Appends the form C of the segment that begins at `start`, which is the text's start or a boundary. Returns its
-    /// end.
-    std::size_t appendSegment(std::size_t start, std::u16string& out);
+    /// Appends the form C of what begins at `start`, which is the text's start or a boundary. Returns where it ends.
+    std::size_t append(std::size_t start, Extent extent, std::u16string& out);
 
 private:
-    struct Segment;
-
-    bool appendOrdered(Segment& segment, std::u16string& out);
     std::size_t appendAny(std::size_t start, std::u16string& out);
     void decompose(char32_t character);
     void sortMarks();

@@ -114,7 +114,7 @@ bool isNFC(std::u16string_view in) {
     std::size_t at = 0;
     while (const auto start = doubts.next(at)) {
         composed.clear();
-        at = composer.appendSegment(*start, composed);
+        at = composer.append(*start, Composer::Extent::segment, composed);
         if (composed != rest.substr(*start, at - *start)) {
             return false;
         }
@@ -128,7 +128,7 @@ void appendNFC(std::u16string_view in, std::u16string& out) {
     std::size_t copied = 0;
     while (const auto start = doubts.next(copied)) {
         out.append(in, copied, *start - copied);
-        copied = composer.appendSegment(*start, out);
+        copied = composer.append(*start, Composer::Extent::stretch, out);
     }
     out.append(in, copied);
 }

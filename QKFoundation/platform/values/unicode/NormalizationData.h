@@ -58,13 +58,13 @@ namespace tables {
 constexpr char32_t kTableLimit = 0x30000;
 constexpr std::size_t kBlockLength = 64;
 constexpr std::size_t kPairSlots = 2048;
-constexpr std::uint64_t kPairFactor = 0xB63D165F89293AB;
+constexpr std::uint64_t kPairFactor = 0xDAA66D2C7DDF743F;
 
 extern const Record kRecords[];
 extern const std::uint32_t kDecompositions[];
 extern const std::uint8_t kBlockOf[];
 extern const std::uint16_t kRecordOf[];
-/// An open hash table: the first, the second and the composed character, of 21 bits each, or 0.
+/// A hash table with two slots for each pair: the first, the second and the composed character, of 21 bits each, or 0.
 extern const std::uint64_t kPairs[];
 
 } // namespace tables
@@ -91,11 +91,13 @@ extern const std::uint64_t kPairs[];
         return hangul::compose(first, second);
     }
     const std::uint64_t key = std::uint64_t{first} << 21U | second;
-    constexpr unsigned kSlotShift = 64 - std::bit_width(kPairSlots - 1);
-    for (std::size_t slot = key * kPairFactor >> kSlotShift; kPairs[slot] != 0; slot = (slot + 1) % kPairSlots) {
-        if (kPairs[slot] >> 21U == key) {
-            return static_cast<char32_t>(kPairs[slot] & 0x1FFFFFU);
-        }
+    const std::uint64_t hash = key * kPairFactor;
+    constexpr int kSlotBits = std::bit_width(kPairSlots - 1);
+    const std::uint64_t one = kPairs[hash >> (64 - kSlotBits)];
+    const std::uint64_t other = kPairs[hash >> (64 - 2 * kSlotBits) & (kPairSlots - 1)];
+    const std::uint64_t found = one >> 21U == key ? one : other;
+    if (found != 0 && found >> 21U == key) {
+        return static_cast<char32_t>(found & 0x1FFFFFU);
     }
     return std::nullopt;
 }

@@ -12,9 +12,9 @@
 /// Everything has internal linkage on purpose. Each kernel is compiled for another processor, and a shared inline
 /// function might come out of the linker in the form that only the newest of them can run.
 namespace qk::unicode {
-namespace { // NOLINT(google-build-namespaces): see above
+namespace {
 
-constexpr char32_t kMaxScalar = 0x10FFFF; // NOLINT(misc-definitions-in-headers): each kernel has its own
+constexpr char32_t kMaxScalar = 0x10FFFF;
 
 constexpr bool isHighSurrogate(char32_t unit) {
     return (unit & 0xFFFFFC00U) == 0xD800U;

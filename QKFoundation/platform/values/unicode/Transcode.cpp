@@ -2,6 +2,7 @@
 #include "QKFoundation/platform/values/unicode/Transcode.h"
 
 #include "QKFoundation/platform/values/unicode/Kernels.h"
+#include "QKFoundation/platform/values/unicode/ShortASCII.h"
 
 namespace qk::unicode {
 namespace {
@@ -32,6 +33,9 @@ std::size_t convertLossily(std::u16string_view in, Out* out, Out replacement,
 } // namespace
 
 std::optional<std::size_t> utf8ToUTF16(std::string_view in, char16_t* out) {
+    if (shortASCIIToUTF16(in.data(), in.size(), out)) {
+        return in.size();
+    }
     return complete(kernels().utf8ToUTF16(in.data(), in.size(), out), in.size());
 }
 
@@ -40,10 +44,16 @@ std::optional<std::size_t> utf16LengthOfUTF8(std::string_view in) {
 }
 
 std::size_t validUTF8ToUTF16(std::string_view in, char16_t* out) {
+    if (shortASCIIToUTF16(in.data(), in.size(), out)) {
+        return in.size();
+    }
     return kernels().validUTF8ToUTF16(in.data(), in.size(), out);
 }
 
 std::optional<std::size_t> utf16ToUTF8(std::u16string_view in, char* out) {
+    if (shortASCIIToUTF8(in.data(), in.size(), out)) {
+        return in.size();
+    }
     return complete(kernels().utf16ToUTF8(in.data(), in.size(), out), in.size());
 }
 
@@ -64,6 +74,9 @@ std::optional<std::size_t> utf16LengthOfUTF32(std::u32string_view in) {
 }
 
 std::optional<std::size_t> utf16ToUTF32(std::u16string_view in, char32_t* out) {
+    if (shortASCIIToUTF32(in.data(), in.size(), out)) {
+        return in.size();
+    }
     return complete(kernels().utf16ToUTF32(in.data(), in.size(), out), in.size());
 }
 
