@@ -29,16 +29,11 @@ function(qk_set_language_properties target)
     CXX_VISIBILITY_PRESET hidden C_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
 endfunction()
 
-# Adds the folders that hold a CMakeLists.txt.
+# qk_add_folders(<folder>...): add_subdirectory for each.
 macro(qk_add_folders)
   foreach(qk_folder ${ARGN})
-    if(EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/${qk_folder}/CMakeLists.txt")
-      add_subdirectory(${qk_folder})
-    endif()
+    add_subdirectory(${qk_folder})
   endforeach()
-endmacro()
-macro(qk_add_floors)
-  qk_add_folders(${ARGN})
 endmacro()
 
 # qk_floor(<target> SOURCES <file>... [DEPENDS <floor>...] [PRIVATE_LIBRARIES <library>...])
