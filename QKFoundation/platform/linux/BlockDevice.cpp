@@ -3,6 +3,7 @@
 
 #include "QKFoundation/platform/linux/ReadBytes.h"
 #include "QKFoundation/platform/linux/parse/KernelTexts.h"
+#include "QKFoundation/platform/linux/parse/Text.h"
 
 #include <unistd.h>
 
@@ -32,7 +33,9 @@ bool exists(const std::string& path) {
 }
 
 bool isExternal(std::string_view devicePath) {
-    static constexpr std::array<std::string_view, 4> kBuses{"/usb", "/firewire", "/thunderbolt", "/mmc"};
+    static constexpr std::array<std::string_view, 5> kBuses{"/usb", "/firewire", "/thunderbolt", "/mmc",
+                                                            "/nvme-fabrics"};
+    devicePath.remove_prefix(std::min(devicePath.rfind("/sys/"), devicePath.size())); // the root may be anywhere
     return std::ranges::any_of(kBuses,
                                [&](std::string_view bus) { return devicePath.find(bus) != std::string_view::npos; });
 }
@@ -56,10 +59,20 @@ void addDisk(const std::string& folder, BlockDevice& device, int depth) {
 
 } // namespace
 
+std::string blockDeviceNumber(const LinuxRoot& root, const std::string& number, const std::string& source) {
+    if (exists(root.path("/sys/dev/block/") + number) || !source.starts_with("/dev/")) {
+        return number;
+    }
+    const std::string node = realPath(root.path(source));
+    const std::string name = node.substr(node.rfind('/') + 1);
+    const auto told = name.empty() ? std::nullopt : readBytes(root.path("/sys/class/block/") + name + "/dev");
+    return told.has_value() ? std::string(parse::trimmed(told->substr(0, told->find('\n')))) : number;
+}
+
 BlockDevice readBlockDevice(const LinuxRoot& root, const std::string& number) {
     BlockDevice device;
     const std::string folder = realPath(root.path("/sys/dev/block/") + number);
-    if (folder.empty()) { // file systems over several devices have a number of their own
+    if (folder.empty()) {
         return device;
     }
     addDisk(exists(folder + "/partition") ? folder.substr(0, folder.rfind('/')) : folder, device, 0);

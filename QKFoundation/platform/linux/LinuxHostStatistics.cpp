@@ -21,22 +21,17 @@ constexpr std::size_t kLimit = std::size_t{16} << 20U;
 constexpr std::size_t kPage = 4096;
 
 // The whole head of /proc/stat on a machine whose processors do not fit into one chunk; nothing when it cannot be read.
+// Always in one reading: between two of them the counters go on, and numbers that grow longer move what stands behind.
 std::optional<std::string> readLargeHead(const KeptFile& file) {
     std::string head;
-    for (std::size_t capacity = 4 * kChunk; capacity <= kLimit; capacity *= 2) {
+    for (std::size_t capacity = 4 * kChunk; capacity <= kLimit; capacity *= 4) {
         head.resize(capacity);
-        std::size_t length = 0;
-        for (;;) { // the kernel hands out a page or so at a time
-            const ssize_t count = file.read(std::span(head).subspan(length), length);
-            if (count < 0) {
-                return std::nullopt;
-            }
-            length += static_cast<std::size_t>(count);
-            if (count == 0 || length == capacity) {
-                break;
-            }
+        const ssize_t count = file.read(head);
+        if (count < 0) {
+            return std::nullopt;
         }
-        if (length < capacity || parse::holdsAllProcessors(std::string_view(head).substr(0, length))) {
+        const auto length = static_cast<std::size_t>(count);
+        if (length < capacity || parse::holdsAllProcessors(head)) {
             head.resize(length);
             return head;
         }
@@ -45,7 +40,7 @@ std::optional<std::string> readLargeHead(const KeptFile& file) {
 }
 
 // "pswpout" stands in the first half of a file whose making costs more than everything else here, so it is read page by
-// page.
+// page. The kernel goes on at a line's beginning as long as nobody else reads in between.
 std::uint64_t readSwapOuts(const KeptFile& file) {
     std::array<char, 4 * kPage> buffer;
     std::size_t length = 0;
@@ -98,6 +93,7 @@ int LinuxHostStatistics::hostStatistics64(VMStatistics64& statistics) const {
     }
     statistics = *counts;
     statistics.compressor_page_count += static_cast<std::uint32_t>(bytesCompressedByZram() / pageSize);
+    const std::scoped_lock lock(vmstatMutex_);
     statistics.swapouts = readSwapOuts(vmstat_);
     return 0;
 }

@@ -5,19 +5,18 @@
 #include "QKFoundation/platform/linux/LinuxRoot.h"
 #include "QKFoundation/platform/services/HostStatistics.h"
 
+#include <mutex>
 #include <string>
 
 namespace qk::platform {
 
 /// Counters of the host from the files under `LinuxRoot`:
 ///
-/// - ticks: /proc/stat, lines "cpuN". user: user; system: system, irq and softirq; idle: idle and iowait; nice: nice.
-/// Ticks of 1/100 s. Time of guests is
-///   inside user and nice already, stolen time is left out.
+/// - ticks of 1/100 s: /proc/stat, lines "cpuN". user: user; system: system, irq and softirq; idle: idle and iowait;
+///   nice: nice. Time of guests is inside user and nice already, stolen time is left out.
 /// - memory: /proc/meminfo. free: MemFree; wired: SUnreclaim, KernelStack, PageTables, Percpu, VmallocUsed, Mlocked,
-/// huge pages; compressed: Zswap and the
-///   memory of /sys/block/zramN (mm_stat); file-backed: Cached and Buffers without Shmem; anonymous: AnonPages and
-///   Shmem. Locked anonymous pages count in both.
+///   huge pages; compressed: Zswap and the memory of /sys/block/zramN (mm_stat); file-backed: Cached and Buffers
+///   without Shmem; anonymous: AnonPages and Shmem. Locked anonymous pages count in both.
 /// - swapped out: "pswpout" of /proc/vmstat; 0 where the kernel has no swap.
 class LinuxHostStatistics final : public HostStatistics {
 public:
@@ -32,6 +31,7 @@ private:
     LinuxRoot root_;
     KeptFile stat_;
     KeptFile meminfo_;
+    mutable std::mutex vmstatMutex_;
     KeptFile vmstat_;
     std::string zramControl_;
 };

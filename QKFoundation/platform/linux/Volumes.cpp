@@ -39,6 +39,20 @@ bool isWhole(const parse::Mount& mount) {
            ("," + mount.superOptions + ",").find(",subvol=" + mount.root + ",") != std::string::npos;
 }
 
+// Whether the path at `index` leads to that mount. It does not when another one was mounted on the same folder later.
+// Neither may it be followed when a part of it is a mount of another machine, which may never answer. A root on another
+// machine answers, or else nothing runs.
+bool isReached(const std::vector<parse::Mount>& mounts, std::size_t index) {
+    const std::string& path = mounts[index].path;
+    const auto isAbove = [&path](const parse::Mount& other) {
+        return isRemoteType(other.type) && path.size() > other.path.size() && path.starts_with(other.path) &&
+               path[other.path.size()] == '/';
+    };
+    const auto isOver = [&path](const parse::Mount& other) { return other.path == path; };
+    return std::none_of(mounts.begin() + static_cast<std::ptrdiff_t>(index) + 1, mounts.end(), isOver) &&
+           std::ranges::none_of(mounts, isAbove);
+}
+
 NSString lastPathComponent(const std::string& path) {
     return stringWithFileSystemRepresentation(path).lastPathComponent();
 }
@@ -54,11 +68,13 @@ std::optional<std::string> fileSystemLabel(const std::string& path) {
     return std::string(text.substr(0, text.find('\0')));
 }
 
-NSString volumeName(const LinuxRoot& root, const parse::Mount& mount) {
-    if (const auto label = fileSystemLabel(root.path(mount.path))) {
-        return NSString::fromUTF8Lossy(*label);
+NSString volumeName(const LinuxRoot& root, const parse::Mount& mount, const std::string& device) {
+    if (root.isHost()) { // captured mounts are none that could be asked
+        if (const auto label = fileSystemLabel(mount.path)) {
+            return NSString::fromUTF8Lossy(*label);
+        }
     }
-    const auto record = readBytes(root.path("/run/udev/data/b") + mount.device);
+    const auto record = readBytes(root.path("/run/udev/data/b") + device);
     const std::string_view label = parse::deviceProperty(record.value_or(std::string()), "E:ID_FS_LABEL=");
     return label.empty() ? lastPathComponent(mount.path) : NSString::fromUTF8Lossy(label);
 }
@@ -67,10 +83,11 @@ Volume makeVolume(const LinuxRoot& root, const parse::Mount& mount) {
     if (isRemoteType(mount.type)) {
         return {mount, folderURL(mount.path), lastPathComponent(mount.path), true, false, false, false};
     }
-    const BlockDevice device = readBlockDevice(root, mount.device);
+    const std::string number = blockDeviceNumber(root, mount.device, mount.source);
+    const BlockDevice device = readBlockDevice(root, number);
     return {mount,
             folderURL(mount.path),
-            volumeName(root, mount),
+            volumeName(root, mount, number),
             false,
             device.isInternal,
             device.isEjectable,
@@ -130,17 +147,20 @@ VolumeTable Volumes::readTable() const {
     const std::string mountInfo =
         readBytes(root_.path("/proc/self/mountinfo"), kMountInfoLimit).value_or(std::string());
     const auto hidden = parse::hiddenMounts(readBytes(root_.path("/run/mount/utab")).value_or(std::string()));
+    const std::vector<parse::Mount> mounts = parse::mounts(mountInfo);
     VolumeTable table;
     std::set<std::string> devices;
-    for (const parse::Mount& mount : parse::mounts(mountInfo)) {
+    for (std::size_t index = 0; index < mounts.size(); ++index) {
+        const parse::Mount& mount = mounts[index];
         const bool isRemote = isRemoteType(mount.type);
-        if ((!isRemote && !(isOnBlockDevice(mount) && isWhole(mount))) || std::ranges::count(hidden, mount.path) != 0) {
+        if ((!isRemote && !(isOnBlockDevice(mount) && isWhole(mount))) || std::ranges::count(hidden, mount.path) != 0 ||
+            !isReached(mounts, index)) {
             continue;
         }
         // Subvolumes of one file system have different numbers and the same source; other file systems the same number.
         if (isRemote || (devices.insert(mount.device).second && devices.insert(mount.source).second)) {
             Volume volume = makeVolume(root_, mount);
-            table.places[volume.url.absoluteString()] = table.volumes.size(); // of mounts on one another the upper one
+            table.places[volume.url.absoluteString()] = table.volumes.size();
             table.volumes.push_back(std::move(volume));
         }
     }

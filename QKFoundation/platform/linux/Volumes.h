@@ -37,16 +37,16 @@ struct VolumeTable {
 /// The mounted volumes, from /proc/self/mountinfo.
 ///
 /// - A volume is a file system on a block device (or of the types zfs and bcachefs), or one on another machine. Left
-/// out as hidden are all others (proc, tmpfs,
-///   overlay), squashfs, bind mounts, second mounts of one device, and mounts marked "x-gvfs-hide" in /run/mount/utab.
+///   out as hidden are all others (proc, tmpfs, overlay), squashfs, bind mounts, second mounts of one device, mounts
+///   under a later one, mounts behind another machine's, and mounts marked "x-gvfs-hide" in /run/mount/utab.
 /// - Removable: "removable" of the disk in /sys/class/block. Ejectable: an optical drive, or a loop device with a file
-/// behind it (a mounted image). Internal: not
-///   behind USB, FireWire, Thunderbolt or a memory-card reader.
+///   behind it (a mounted image). Internal: not behind USB, FireWire, Thunderbolt, NVMe over fabrics or a memory-card
+///   reader.
 /// - Name: the file system's label (ioctl FS_IOC_GETFSLABEL, else ID_FS_LABEL of /run/udev/data), else the last part of
-/// the path.
+///   the path.
 ///
-/// All but the capacities is read when the table of mounts has changed, of which the kernel tells. Threads: any, at the
-/// same time.
+/// All but the capacities is read when the table of mounts has changed, of which the kernel tells: a label that is
+/// changed while the file system is mounted shows at the next mounting of anything. Threads: any, at the same time.
 class Volumes {
 public:
     explicit Volumes(LinuxRoot root = {});

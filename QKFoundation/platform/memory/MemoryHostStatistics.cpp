@@ -3,28 +3,23 @@
 
 #include <cerrno>
 #include <numeric>
+#include <utility>
 
 namespace qk::platform::memory {
-namespace {
 
-// Plays the next answer into `result`: 0, or the error number that was written down.
+// The next answer's result, or the last one's again: 0, or the error number that was written down.
 template <typename Result>
-int play(std::deque<std::variant<int, Result>>& script, Result& result) {
-    if (script.empty()) {
-        return ENOENT;
+int MemoryHostStatistics::Script<Result>::play(Result& result) {
+    if (!next.empty()) {
+        last = std::move(next.front());
+        next.pop_front();
     }
-    const std::variant<int, Result> answer = script.front();
-    if (script.size() > 1) {
-        script.pop_front();
-    }
-    if (const int* error = std::get_if<int>(&answer)) {
+    if (const int* error = std::get_if<int>(&last)) {
         return *error;
     }
-    result = std::get<Result>(answer);
+    result = std::get<Result>(last);
     return 0;
 }
-
-} // namespace
 
 void MemoryHostStatistics::addProcessorTicks(const std::vector<Ticks>& processors) {
     std::vector<std::uint32_t> numbers(processors.size());
@@ -42,32 +37,32 @@ void MemoryHostStatistics::addProcessorTicks(const std::vector<Ticks>& processor
         }
     }
     const std::scoped_lock lock(mutex_);
-    ticks_.emplace_back(info);
+    ticks_.next.emplace_back(info);
 }
 
 void MemoryHostStatistics::refuseProcessorTicks(int error) {
     const std::scoped_lock lock(mutex_);
-    ticks_.emplace_back(error);
+    ticks_.next.emplace_back(error);
 }
 
 void MemoryHostStatistics::addMemoryStatistics(const VMStatistics64& statistics) {
     const std::scoped_lock lock(mutex_);
-    memory_.emplace_back(statistics);
+    memory_.next.emplace_back(statistics);
 }
 
 void MemoryHostStatistics::refuseMemoryStatistics(int error) {
     const std::scoped_lock lock(mutex_);
-    memory_.emplace_back(error);
+    memory_.next.emplace_back(error);
 }
 
 int MemoryHostStatistics::hostProcessorInfo(ProcessorLoadInfo& info) const {
     const std::scoped_lock lock(mutex_);
-    return play(ticks_, info);
+    return ticks_.play(info);
 }
 
 int MemoryHostStatistics::hostStatistics64(VMStatistics64& statistics) const {
     const std::scoped_lock lock(mutex_);
-    return play(memory_, statistics);
+    return memory_.play(statistics);
 }
 
 } // namespace qk::platform::memory

@@ -4,6 +4,7 @@
 #include "QKFoundation/platform/services/HostStatistics.h"
 
 #include <array>
+#include <cerrno>
 #include <cstdint>
 #include <deque>
 #include <mutex>
@@ -13,7 +14,8 @@
 namespace qk::platform::memory {
 
 /// A host whose counters play what was written down for them: each request takes the next answer, and the last answer
-/// stays. Before the first one was written every request is refused with `ENOENT`. Threads: any, at the same time.
+/// stays until there is another one. Before the first one was written every request is refused with `ENOENT`. Threads:
+/// any, at the same time.
 class QK_EXPORT MemoryHostStatistics final : public HostStatistics {
 public:
     /// Ticks of one processor: user, system, idle, nice.
@@ -38,9 +40,18 @@ public:
     [[nodiscard]] int hostStatistics64(VMStatistics64& statistics) const override;
 
 private:
+    static constexpr int kNothingWritten = ENOENT;
+
+    template <typename Result>
+    struct Script {
+        std::deque<std::variant<int, Result>> next;
+        std::variant<int, Result> last = kNothingWritten;
+        [[nodiscard]] int play(Result& result);
+    };
+
     mutable std::mutex mutex_;
-    mutable std::deque<std::variant<int, ProcessorLoadInfo>> ticks_;
-    mutable std::deque<std::variant<int, VMStatistics64>> memory_;
+    mutable Script<ProcessorLoadInfo> ticks_;
+    mutable Script<VMStatistics64> memory_;
 };
 
 } // namespace qk::platform::memory

@@ -71,6 +71,10 @@ TEST(HoldsAllProcessors, NeedsTheBeginningOfAnotherLine) {
     EXPECT_FALSE(holdsAllProcessors(""));
     EXPECT_FALSE(holdsAllProcessors("cpu  1 2 3 4\ncpu0 1 2 3"));
     EXPECT_FALSE(holdsAllProcessors("cpu  1 2 3 4\ncpu0 1 2 3 4\n"));
+    EXPECT_FALSE(holdsAllProcessors("cpu  1 2 3 4\ncpu0 1 2 3 4\nc"));
+    EXPECT_FALSE(holdsAllProcessors("cpu  1 2 3 4\ncpu0 1 2 3 4\ncp"));
+    EXPECT_FALSE(holdsAllProcessors("cpu  1 2 3 4\ncpu0 1 2 3 4\ncpu"));
+    EXPECT_TRUE(holdsAllProcessors("cpu  1 2 3 4\ncpu0 1 2 3 4\nct"));
     EXPECT_TRUE(holdsAllProcessors("cpu  1 2 3 4\ncpu0 1 2 3 4\ni"));
 }
 

@@ -140,9 +140,14 @@ bool processorTicks(std::string_view stat, ProcessorLoadInfo& info) {
 }
 
 bool holdsAllProcessors(std::string_view stat) {
+    constexpr std::string_view kProcessor = "cpu";
     const std::size_t last = stat.rfind("\ncpu");
     const std::size_t end = last != std::string_view::npos ? stat.find('\n', last + 1) : std::string_view::npos;
-    return end != std::string_view::npos && end + 1 < stat.size();
+    if (end == std::string_view::npos) {
+        return false;
+    }
+    const std::string_view next = stat.substr(end + 1, kProcessor.size());
+    return next != kProcessor.substr(0, next.size()); // nothing, "c" and "cp" may be the next processor's line
 }
 
 std::optional<VMStatistics64> memoryStatistics(std::string_view meminfo, std::uint64_t pageSize) {

@@ -53,7 +53,7 @@ std::optional<Mount> mount(std::string_view line) {
     }
     mount.type = unescaped(takeWord(line));
     mount.source = unescaped(takeWord(line));
-    mount.superOptions = takeWord(line);
+    mount.superOptions = unescaped(takeWord(line));
     if (mount.path.empty() || mount.path.front() != '/' || mount.type.empty()) {
         return std::nullopt;
     }
