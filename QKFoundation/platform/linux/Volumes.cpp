@@ -35,8 +35,7 @@ bool isOnBlockDevice(const parse::Mount& mount) {
 // Whether the whole file system is mounted, not one of its folders at a second place. A subvolume has a root of its
 // own, which the options name.
 bool isWhole(const parse::Mount& mount) {
-    return mount.root == "/" ||
-           ("," + mount.superOptions + ",").find(",subvol=" + mount.root + ",") != std::string::npos;
+    return mount.root == "/" || parse::hasOption(mount.superOptions, "subvol=" + mount.root);
 }
 
 // Whether the path at `index` leads to that mount. It does not when another one was mounted on the same folder later.
@@ -74,8 +73,8 @@ NSString volumeName(const LinuxRoot& root, const parse::Mount& mount, const std:
             return NSString::fromUTF8Lossy(*label);
         }
     }
-    const auto record = readBytes(root.path("/run/udev/data/b") + device);
-    const std::string_view label = parse::deviceProperty(record.value_or(std::string()), "E:ID_FS_LABEL=");
+    const std::string record = readBytes(root.path("/run/udev/data/b") + device).value_or(std::string());
+    const std::string_view label = parse::deviceProperty(record, "E:ID_FS_LABEL=");
     return label.empty() ? lastPathComponent(mount.path) : NSString::fromUTF8Lossy(label);
 }
 

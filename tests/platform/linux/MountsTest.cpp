@@ -52,6 +52,14 @@ TEST(HiddenMounts, AreMarkedByTheirOption) {
                 ElementsAre("/a", "/my c"));
 }
 
+TEST(MountOptions, StandBetweenCommas) {
+    EXPECT_FALSE(parse::hasOption("", "rw"));
+    EXPECT_FALSE(parse::hasOption("xrw,rwx,x=rw", "rw"));
+    EXPECT_TRUE(parse::hasOption("rw", "rw"));
+    EXPECT_TRUE(parse::hasOption("rwx,rw", "rw"));
+    EXPECT_TRUE(parse::hasOption("a,subvol=/a,b,c", "subvol=/a,b"));
+}
+
 TEST(DeviceProperty, IsFoundOnItsOwnLine) {
     EXPECT_EQ(parse::deviceProperty("", "E:ID_FS_LABEL="), "");
     EXPECT_EQ(parse::deviceProperty("S:disk\nE:ID_FS_LABEL_ENC=a\\x20b\nE:ID_FS_LABEL=a b\n", "E:ID_FS_LABEL="), "a b");

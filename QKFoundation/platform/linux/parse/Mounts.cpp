@@ -84,7 +84,7 @@ std::vector<std::string> hiddenMounts(std::string_view userTable) {
                 target = word.substr(word.find('=') + 1);
             } else if (word.starts_with("OPTS=")) {
                 word.remove_prefix(word.find('=') + 1);
-                isHidden = ("," + std::string(word) + ",").find(",x-gvfs-hide,") != std::string::npos;
+                isHidden = hasOption(word, "x-gvfs-hide");
             }
         }
         if (isHidden && !target.empty()) {
@@ -93,6 +93,17 @@ std::vector<std::string> hiddenMounts(std::string_view userTable) {
         return true;
     });
     return paths;
+}
+
+bool hasOption(std::string_view options, std::string_view option) {
+    for (std::size_t place = options.find(option); place != std::string_view::npos;
+         place = options.find(option, place + 1)) {
+        const std::size_t end = place + option.size();
+        if ((place == 0 || options[place - 1] == ',') && (end == options.size() || options[end] == ',')) {
+            return true;
+        }
+    }
+    return false;
 }
 
 std::string_view deviceProperty(std::string_view record, std::string_view key) {

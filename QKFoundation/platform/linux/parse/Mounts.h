@@ -25,6 +25,9 @@ struct Mount {
 /// The paths that /run/mount/utab marks with the option "x-gvfs-hide".
 [[nodiscard]] std::vector<std::string> hiddenMounts(std::string_view userTable);
 
+/// Whether `option`, which may be a name with its value, is one of the options between commas.
+[[nodiscard]] bool hasOption(std::string_view options, std::string_view option);
+
 /// The value behind `key` ("E:ID_FS_LABEL=") on a line of its own, as the device database writes it; empty when there
 /// is none.
 [[nodiscard]] std::string_view deviceProperty(std::string_view record, std::string_view key);
