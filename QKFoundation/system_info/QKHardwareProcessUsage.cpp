@@ -20,7 +20,7 @@ using platform::kinfo_proc;
 /// The process table as the kernel handed it out: raw memory, since most of its pages are never looked at.
 struct Table {
     struct Free {
-        void operator()(void* memory) const noexcept { std::free(memory); }
+        void operator()(void* bytes) const noexcept { std::free(bytes); }
     };
     std::unique_ptr<void, Free> memory;
     std::size_t size = 0; // in bytes
