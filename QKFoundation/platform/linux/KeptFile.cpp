@@ -2,6 +2,7 @@
 #include "QKFoundation/platform/linux/KeptFile.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -16,6 +17,11 @@ ssize_t KeptFile::read(std::span<char> buffer, std::size_t offset) const {
         count = ::pread(file_.get(), buffer.data(), buffer.size(), static_cast<off_t>(offset));
     } while (count < 0 && errno == EINTR);
     return count;
+}
+
+bool KeptFile::hasChanged() const {
+    pollfd watched{file_.get(), POLLPRI, 0};
+    return ::poll(&watched, 1, 0) > 0 && (watched.revents & (POLLPRI | POLLERR)) != 0;
 }
 
 } // namespace qk::platform

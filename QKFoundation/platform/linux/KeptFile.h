@@ -22,7 +22,9 @@ public:
     /// the reason in errno.
     [[nodiscard]] ssize_t read(std::span<char> buffer, std::size_t offset = 0) const;
 
-    [[nodiscard]] int descriptor() const noexcept { return file_.get(); }
+    /// Whether the kernel says that what the file tells has changed since this was asked the last time. It says so for
+    /// the tables of mounts and of swap, each time to one of several that ask. A captured file never changes.
+    [[nodiscard]] bool hasChanged() const;
 
 private:
     UniqueFD file_;

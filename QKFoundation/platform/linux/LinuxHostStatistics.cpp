@@ -3,7 +3,6 @@
 
 #include "QKFoundation/platform/linux/ReadBytes.h"
 #include "QKFoundation/platform/linux/parse/Counters.h"
-#include "QKFoundation/platform/linux/parse/Processors.h"
 
 #include <unistd.h>
 
@@ -64,7 +63,7 @@ LinuxHostStatistics::LinuxHostStatistics(const LinuxRoot& root)
       stat_(root.path("/proc/stat")),
       meminfo_(root.path("/proc/meminfo")),
       vmstat_(root.path("/proc/vmstat")),
-      zramControl_(root.path("/sys/class/zram-control")) {}
+      swaps_(root.path("/proc/swaps")) {}
 
 int LinuxHostStatistics::hostProcessorInfo(ProcessorLoadInfo& info) const {
     std::array<char, kChunk> chunk;
@@ -92,22 +91,26 @@ int LinuxHostStatistics::hostStatistics64(VMStatistics64& statistics) const {
         return EIO;
     }
     statistics = *counts;
+    const std::scoped_lock lock(mutex_);
     statistics.compressor_page_count += static_cast<std::uint32_t>(bytesCompressedByZram() / pageSize);
-    const std::scoped_lock lock(vmstatMutex_);
     statistics.swapouts = readSwapOuts(vmstat_);
     return 0;
 }
 
 std::uint64_t LinuxHostStatistics::bytesCompressedByZram() const {
-    if (::access(zramControl_.c_str(), F_OK) != 0) { // no such device can be there
-        return 0;
+    if (swaps_.hasChanged() || !zram_.has_value()) { // asked first, so that a change while it is read is seen next time
+        zram_.emplace();
+        const std::string swaps = readBytes(root_.path("/proc/swaps")).value_or(std::string());
+        for (const std::uint32_t device : parse::compressedSwaps(swaps)) {
+            zram_->emplace_back(root_.path("/sys/block/zram") + std::to_string(device) + "/mm_stat");
+        }
     }
-    const std::string blockDevices = root_.path("/sys/block");
     std::uint64_t bytes = 0;
-    for (const std::string& name : readDirectory(blockDevices).value_or(std::vector<std::string>())) {
-        if (parse::numberBehind("zram", name).has_value()) {
-            const auto statistics = readBytes(blockDevices + "/" + name + "/mm_stat");
-            bytes += statistics.has_value() ? parse::compressedBytes(*statistics).value_or(0) : 0;
+    for (const KeptFile& file : *zram_) {
+        std::array<char, 256> text;
+        const ssize_t count = file.read(text);
+        if (count > 0) {
+            bytes += parse::compressedBytes({text.data(), static_cast<std::size_t>(count)}).value_or(0);
         }
     }
     return bytes;

@@ -6,7 +6,8 @@
 #include "QKFoundation/platform/services/HostStatistics.h"
 
 #include <mutex>
-#include <string>
+#include <optional>
+#include <vector>
 
 namespace qk::platform {
 
@@ -15,7 +16,8 @@ namespace qk::platform {
 /// - ticks of 1/100 s: /proc/stat, lines "cpuN". user: user; system: system, irq and softirq; idle: idle and iowait;
 ///   nice: nice. Time of guests is inside user and nice already, stolen time is left out.
 /// - memory: /proc/meminfo. free: MemFree; wired: SUnreclaim, KernelStack, PageTables, Percpu, VmallocUsed, Mlocked,
-///   huge pages; compressed: Zswap and the memory of /sys/block/zramN (mm_stat); file-backed: Cached and Buffers
+///   huge pages; compressed: Zswap and the memory of the zram devices that are swap (/proc/swaps, mm_stat in
+///   /sys/block/zramN); file-backed: Cached and Buffers
 ///   without Shmem; anonymous: AnonPages and Shmem. Locked anonymous pages count in both.
 /// - swapped out: "pswpout" of /proc/vmstat; 0 where the kernel has no swap.
 class LinuxHostStatistics final : public HostStatistics {
@@ -31,9 +33,10 @@ private:
     LinuxRoot root_;
     KeptFile stat_;
     KeptFile meminfo_;
-    mutable std::mutex vmstatMutex_;
+    mutable std::mutex mutex_; // over what is below
     KeptFile vmstat_;
-    std::string zramControl_;
+    KeptFile swaps_;
+    mutable std::optional<std::vector<KeptFile>> zram_; // mm_stat of the devices that are swap
 };
 
 } // namespace qk::platform

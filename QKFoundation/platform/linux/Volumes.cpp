@@ -9,7 +9,6 @@
 
 #include <fcntl.h>
 #include <linux/fs.h>
-#include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/statvfs.h>
 
@@ -128,15 +127,10 @@ const std::vector<std::pair<NSString, Attribute>>& attributes() {
 
 Volumes::Volumes(LinuxRoot root) : root_(std::move(root)), mountInfo_(root_.path("/proc/self/mountinfo")) {}
 
-// The kernel marks the open file once for every change of the table. A captured file never changes.
-bool Volumes::hasChanged() const {
-    pollfd watched{mountInfo_.descriptor(), POLLPRI, 0};
-    return ::poll(&watched, 1, 0) > 0 && (watched.revents & (POLLPRI | POLLERR)) != 0;
-}
-
 std::shared_ptr<const VolumeTable> Volumes::table() const {
     const std::scoped_lock lock(mutex_);
-    if (hasChanged() || table_ == nullptr) { // asked first, so that a change during the reading is seen the next time
+    if (mountInfo_.hasChanged() ||
+        table_ == nullptr) { // asked first, so that a change during the reading is seen the next time
         table_ = std::make_shared<const VolumeTable>(readTable());
     }
     return table_;

@@ -59,7 +59,6 @@ public:
     [[nodiscard]] std::optional<NSDictionary> resourceValues(const NSURL& url, const std::vector<NSString>& keys) const;
 
 private:
-    [[nodiscard]] bool hasChanged() const;
     [[nodiscard]] VolumeTable readTable() const;
 
     LinuxRoot root_;

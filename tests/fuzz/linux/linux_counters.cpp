@@ -40,12 +40,16 @@ void checkTicks(std::string_view text) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     checkTicks(text);
-    require(parse::holdsAllProcessors(std::string(text) + "\ncpu0 1\nintr"));
-    require(!parse::holdsAllProcessors(std::string(text) + "\ncpu0 1\nc"));
+    const std::string large = "cpu0 1 2 3 4\n" + std::string(text);
+    for (std::size_t length = 0; length <= large.size(); ++length) { // who has the head has it with more behind it too
+        require(!parse::holdsAllProcessors(std::string_view(large).substr(0, length)) ||
+                parse::holdsAllProcessors(large));
+    }
     const auto memory = parse::memoryStatistics(text, 4096);
     require(!memory.has_value() || memory->swapouts == 0);
     require(!parse::memoryStatistics(text, 0).has_value());
     static_cast<void>(parse::swapOuts(text));
     static_cast<void>(parse::compressedBytes(text));
+    static_cast<void>(parse::compressedSwaps(text));
     return 0;
 }

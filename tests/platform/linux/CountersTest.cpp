@@ -139,5 +139,12 @@ TEST(CompressedBytes, IsTheThirdNumber) {
     EXPECT_EQ(compressedBytes("  4096       74    12288        0    12288        0        0        0\n"), 12288U);
 }
 
+TEST(CompressedSwaps, AreTheZramDevices) {
+    EXPECT_THAT(compressedSwaps(""), testing::IsEmpty());
+    EXPECT_THAT(compressedSwaps("Filename Type\n/dev/zram0 partition\n/dev/sda2 partition\n/dev/zram10\tpartition\n"
+                                "/dev/zramx partition\n/dev/zram partition\n/mnt/dev/zram7 file\n/dev/zram2"),
+                ElementsAre(0, 10, 2));
+}
+
 } // namespace
 } // namespace qk::platform::parse

@@ -3,6 +3,7 @@
 
 #include "QKFoundation/platform/linux/parse/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <limits>
@@ -57,11 +58,6 @@ bool addProcessor(std::string_view line, ProcessorLoadInfo& info) {
 }
 
 // The fields of /proc/meminfo that are asked for, in kB but for the number of huge pages.
-struct Field {
-    std::string_view name;
-    std::uint64_t value = 0;
-    bool found = false;
-};
 enum FieldIndex : std::size_t {
     MemFree,
     Buffers,
@@ -79,45 +75,45 @@ enum FieldIndex : std::size_t {
     HugePageSize,
     Fields
 };
-using FieldTable = std::array<Field, Fields>;
+constexpr std::array<std::string_view, Fields> kFieldNames{
+    "MemFree",    "Buffers",     "Cached",     "Mlocked",     "Zswap",  "AnonPages",       "Shmem",
+    "SUnreclaim", "KernelStack", "PageTables", "VmallocUsed", "Percpu", "HugePages_Total", "Hugepagesize"};
+using FieldValues = std::array<std::optional<std::uint64_t>, Fields>;
 
-FieldTable readFields(std::string_view meminfo) {
-    FieldTable fields{{{"MemFree"},
-                       {"Buffers"},
-                       {"Cached"},
-                       {"Mlocked"},
-                       {"Zswap"},
-                       {"AnonPages"},
-                       {"Shmem"},
-                       {"SUnreclaim"},
-                       {"KernelStack"},
-                       {"PageTables"},
-                       {"VmallocUsed"},
-                       {"Percpu"},
-                       {"HugePages_Total"},
-                       {"Hugepagesize"}}};
-    std::size_t next = 0; // the kernel prints them in this order, so the search goes on where the last one was found
+// Where a name stands in the table below, in which no two of ours meet. Most of the file's fields are not ours, and are
+// told by one look.
+constexpr std::size_t kSlots = 32;
+constexpr std::size_t slotOf(std::string_view name) {
+    const auto unit = [](char letter) { return static_cast<std::size_t>(static_cast<unsigned char>(letter)); };
+    return (name.size() + 6 * unit(name.front()) + unit(name.back())) % kSlots;
+}
+constexpr std::array<std::size_t, kSlots> makeSlots() {
+    std::array<std::size_t, kSlots> slots{};
+    slots.fill(Fields);
+    for (std::size_t index = 0; index < Fields; ++index) {
+        slots[slotOf(kFieldNames[index])] = index;
+    }
+    return slots;
+}
+constexpr std::array<std::size_t, kSlots> kFieldOfSlot = makeSlots();
+static_assert(kSlots - static_cast<std::size_t>(std::ranges::count(kFieldOfSlot, Fields)) == Fields);
+
+FieldValues readFields(std::string_view meminfo) {
+    FieldValues values{};
     forEachLine(meminfo, [&](std::string_view line) {
         const std::size_t colon = line.find(':');
-        if (colon == std::string_view::npos) {
+        if (colon == 0 || colon == std::string_view::npos) {
             return true;
         }
         const std::string_view name = line.substr(0, colon);
-        for (std::size_t step = 0; step < Fields; ++step) {
-            Field& field = fields[(next + step) % Fields];
-            if (field.name == name) {
-                std::string_view rest = line.substr(colon + 1);
-                if (const auto value = takeNumber(rest); value.has_value() && !field.found) {
-                    field.value = *value;
-                    field.found = true;
-                }
-                next = (next + step + 1) % Fields;
-                break;
-            }
+        const std::size_t index = kFieldOfSlot[slotOf(name)];
+        if (index != Fields && kFieldNames[index] == name && !values[index].has_value()) {
+            line.remove_prefix(colon + 1);
+            values[index] = takeNumber(line);
         }
         return true;
     });
-    return fields;
+    return values;
 }
 
 } // namespace
@@ -141,25 +137,23 @@ bool processorTicks(std::string_view stat, ProcessorLoadInfo& info) {
 
 bool holdsAllProcessors(std::string_view stat) {
     constexpr std::string_view kProcessor = "cpu";
-    const std::size_t last = stat.rfind("\ncpu");
-    const std::size_t end = last != std::string_view::npos ? stat.find('\n', last + 1) : std::string_view::npos;
-    if (end == std::string_view::npos) {
-        return false;
+    while (stat.starts_with(kProcessor)) {
+        const std::size_t end = stat.find('\n');
+        stat.remove_prefix(end == std::string_view::npos ? stat.size() : end + 1);
     }
-    const std::string_view next = stat.substr(end + 1, kProcessor.size());
-    return next != kProcessor.substr(0, next.size()); // nothing, "c" and "cp" may be the next processor's line
+    return !kProcessor.starts_with(stat); // nothing, "c" and "cp" may be the next processor's line
 }
 
 std::optional<VMStatistics64> memoryStatistics(std::string_view meminfo, std::uint64_t pageSize) {
     constexpr std::uint64_t kUnit = 1024;
-    const FieldTable fields = readFields(meminfo);
-    if (pageSize == 0 || !fields[MemFree].found || !fields[AnonPages].found) {
+    const FieldValues fields = readFields(meminfo);
+    if (pageSize == 0 || !fields[MemFree].has_value() || !fields[AnonPages].has_value()) {
         return std::nullopt;
     }
     const auto pages = [pageSize](std::uint64_t kilobytes) {
         return static_cast<std::uint32_t>(kilobytes * kUnit / pageSize);
     };
-    const auto value = [&fields](FieldIndex index) { return fields[index].value; };
+    const auto value = [&fields](FieldIndex index) { return fields[index].value_or(0); };
     const std::uint64_t files = value(Cached) + value(Buffers); // shared memory is inside "Cached"
     VMStatistics64 statistics;
     statistics.free_count = pages(value(MemFree));
@@ -192,6 +186,21 @@ std::optional<std::uint64_t> compressedBytes(std::string_view memoryStatistics) 
         }
     }
     return number;
+}
+
+std::vector<std::uint32_t> compressedSwaps(std::string_view swaps) {
+    constexpr std::string_view kDevice = "/dev/zram";
+    std::vector<std::uint32_t> devices;
+    forEachLine(swaps, [&](std::string_view line) {
+        if (line.starts_with(kDevice)) {
+            line = line.substr(kDevice.size());
+            if (const auto device = number<std::uint32_t>(line.substr(0, line.find_first_of(" \t")))) {
+                devices.push_back(*device);
+            }
+        }
+        return true;
+    });
+    return devices;
 }
 
 } // namespace qk::platform::parse

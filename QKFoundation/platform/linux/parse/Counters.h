@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace qk::platform::parse {
 
@@ -14,7 +15,7 @@ namespace qk::platform::parse {
 /// inside user and nice already; steal is left out. False when there is no such line, or one that is damaged.
 [[nodiscard]] bool processorTicks(std::string_view stat, ProcessorLoadInfo& info);
 
-/// Whether `stat`, the head of /proc/stat, holds all "cpu" lines: some other line begins behind them.
+/// Whether `stat`, the head of /proc/stat, holds all "cpu" lines it begins with: some other line begins behind them.
 [[nodiscard]] bool holdsAllProcessors(std::string_view stat);
 
 /// The counts that /proc/meminfo tells, in pages of `pageSize` bytes; `swapouts` stays 0. Of what it does not name
@@ -26,5 +27,8 @@ namespace qk::platform::parse {
 
 /// The third number of /sys/block/zramN/mm_stat: bytes that the compressed pages occupy.
 [[nodiscard]] std::optional<std::uint64_t> compressedBytes(std::string_view memoryStatistics);
+
+/// The numbers N of the devices "/dev/zramN" in /proc/swaps.
+[[nodiscard]] std::vector<std::uint32_t> compressedSwaps(std::string_view swaps);
 
 } // namespace qk::platform::parse
