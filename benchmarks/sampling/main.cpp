@@ -10,7 +10,7 @@ namespace {
 
 using namespace qk::bench;
 
-constexpr int kRounds = 5;
+constexpr int kRounds = 8;
 constexpr std::size_t kManyMounts = 300;
 
 /// A job on a machine of a certain size.
