@@ -185,6 +185,19 @@ TEST(WatchOnATerminal, StoppedItGivesTheTerminalBack) {
     EXPECT_THAT(program.finish().output, EndsWith("ended, in line mode"));
 }
 
+TEST(WatchOnATerminal, StoppedWithoutAWordItTakesTheTerminalAgain) {
+    const TerminalWorkshop workshop;
+    OnTerminal program(workshop, {"watch", "--interval=3600"});
+    program.readUntil(kFrame);
+    program.send(SIGSTOP);
+    program.send(SIGCONT);
+    program.readNext(kEnter);
+    program.readNext(kFrame);
+    EXPECT_FALSE(program.isInLineMode());
+    program.type('q');
+    EXPECT_EQ(program.finish().status, 0);
+}
+
 TEST(WatchOnATerminal, StandardInputFromElsewhereIsLeftAlone) {
     const TerminalWorkshop workshop;
     const auto noKeyboard = [] { dup2(open("/dev/null", O_RDONLY | O_CLOEXEC), STDIN_FILENO); };

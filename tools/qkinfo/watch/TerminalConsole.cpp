@@ -52,7 +52,8 @@ TerminalConsole::~TerminalConsole() {
 void TerminalConsole::enter() {
     termios mode{};
     if (keyboard_ != -1 && tcgetattr(keyboard_, &mode) == 0) {
-        previousMode_ = mode;
+        // Where we were stopped without a word, the mode of before our beginning is still the one to go back to.
+        previousMode_ = previousMode_.value_or(mode);
         mode.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
         mode.c_cc[VMIN] = 1;
         mode.c_cc[VTIME] = 0;
@@ -70,11 +71,17 @@ void TerminalConsole::leave() {
     entered_ = false;
     static_cast<void>(writeAll(STDOUT_FILENO, kLeave));
     if (previousMode_.has_value()) {
-        // Keys that nobody read were not meant for what reads the terminal next.
-        tcflush(keyboard_, TCIFLUSH);
         tcsetattr(keyboard_, TCSANOW, &*previousMode_);
         previousMode_.reset();
     }
+}
+
+void TerminalConsole::leaveForGood() {
+    // Keys that nobody read were not meant for what reads the terminal next.
+    if (keyboard_ != -1) {
+        tcflush(keyboard_, TCIFLUSH);
+    }
+    leave();
 }
 
 WatchEvent TerminalConsole::next() {
@@ -85,7 +92,7 @@ WatchEvent TerminalConsole::next() {
             continue;
         }
         if (waiting[0].revents != 0) {
-            leave();
+            leaveForGood();
             interrupts_.dieOfReceived();
         }
         if (waiting[1].revents != 0 && readsQuit()) {
@@ -124,10 +131,12 @@ void TerminalConsole::handleSignal() {
         raise(SIGTSTP);
         sigprocmask(SIG_UNBLOCK, &stop, nullptr);
         sigprocmask(SIG_BLOCK, &stop, nullptr);
+        const sigset_t goOn = setOf({SIGCONT});
+        const timespec atOnce{};
+        sigtimedwait(&goOn, nullptr, &atOnce);
         enter();
     } else if (info.ssi_signo == SIGCONT) {
-        // Who stopped us without a word may have changed the terminal.
-        leave();
+        // Whoever had the terminal meanwhile may have changed it.
         enter();
     }
 }
@@ -149,7 +158,7 @@ int TerminalConsole::showAgain(const WatchHistory& history) {
 }
 
 int TerminalConsole::finish(const WatchHistory& history) {
-    leave();
+    leaveForGood();
     if (history.isEmpty()) {
         return 0;
     }

@@ -29,6 +29,7 @@ public:
 private:
     void enter();
     void leave();
+    void leaveForGood();
     void handleSignal();
     [[nodiscard]] bool readsQuit();
     [[nodiscard]] WatchStyle currentStyle() const;

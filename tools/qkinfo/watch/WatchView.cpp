@@ -273,6 +273,7 @@ std::vector<std::string> watchFrame(const WatchHistory& history, const WatchStyl
     const std::size_t dropped = dropLeastImportant(lines, std::max<std::size_t>(style.height, 1));
     sayHowManyMore(lines, dropped, style, indent);
     std::vector<std::string> texts;
+    texts.reserve(lines.size());
     for (RankedLine& line : lines) {
         texts.push_back(std::move(line.text));
     }
