@@ -89,7 +89,8 @@ std::optional<NSDictionary> LinuxFileManager::dictionaryWithContentsOfFile(const
 // What is no volume for people (proc, tmpfs, bind mounts) is not listed for programs either.
 std::vector<NSURL> LinuxFileManager::mountedVolumeURLs(bool /*skipHiddenVolumes*/) const {
     std::vector<NSURL> urls;
-    for (const Volume& volume : volumes_.table()->volumes) {
+    const auto table = volumes_.table(); // stays while it is walked, whatever is mounted meanwhile
+    for (const Volume& volume : table->volumes) {
         urls.push_back(volume.url);
     }
     return urls;

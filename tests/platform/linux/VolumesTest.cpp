@@ -33,7 +33,8 @@ protected:
     [[nodiscard]] Volumes volumes() const { return Volumes(LinuxRoot(root_.path())); }
     [[nodiscard]] std::vector<std::string> paths() const {
         std::vector<std::string> found;
-        for (const Volume& volume : volumes().table()->volumes) {
+        const auto table = volumes().table();
+        for (const Volume& volume : table->volumes) {
             found.push_back(volume.mount.path);
         }
         return found;
@@ -107,7 +108,8 @@ TEST_F(VolumesTest, RemoteOnesAreRemountableAndNeverTouched) {
           mountLine("0:61", "/", "/net/share", "cifs", "//server/share") +
           mountLine("0:62", "/", "/net/ssh", "fuse.sshfs", "ada@server:"));
     const Volumes all = volumes();
-    for (const Volume& volume : all.table()->volumes) {
+    const auto table = all.table();
+    for (const Volume& volume : table->volumes) {
         EXPECT_TRUE(volume.isRemote);
         const auto values = all.resourceValues(
             volume.url, {NSURLVolumeNameKey, NSURLVolumeURLForRemountingKey, NSURLVolumeTotalCapacityKey});

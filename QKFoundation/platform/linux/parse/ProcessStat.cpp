@@ -3,6 +3,8 @@
 
 #include "QKFoundation/platform/linux/parse/Text.h"
 
+#include <string.h>
+
 #include <algorithm>
 
 namespace qk::platform::parse {
@@ -28,9 +30,12 @@ std::optional<char> tableState(char letter) {
 
 std::optional<ProcessStat> processStat(std::string_view stat) {
     const std::size_t open = stat.find('(');
-    const std::size_t close = stat.rfind(')');
-    if (open == std::string_view::npos || close == std::string_view::npos || close < open || stat.size() < close + 3 ||
-        stat[close + 1] != ' ') {
+    const void* last = !stat.empty() ? ::memrchr(stat.data(), ')', stat.size()) : nullptr; // rfind takes single steps
+    if (open == std::string_view::npos || last == nullptr) {
+        return std::nullopt;
+    }
+    const auto close = static_cast<std::size_t>(static_cast<const char*>(last) - stat.data());
+    if (close < open || stat.size() < close + 3 || stat[close + 1] != ' ') {
         return std::nullopt;
     }
     const auto state = tableState(stat[close + 2]);
