@@ -5,6 +5,7 @@
 #include "QKFoundation/platform/linux/LinuxFileManager.h"
 #include "QKFoundation/platform/linux/LinuxServices.h"
 
+#include "tests/platform/linux/DescribedDisks.h"
 #include "tests/platform/linux/TemporaryFolder.h"
 
 #include <filesystem>
@@ -26,9 +27,13 @@ public:
         std::filesystem::copy(kLaptop, root_.path(), std::filesystem::copy_options::recursive);
         root_.write("etc/machine-info", "PRETTY_HOSTNAME=\"Anna’s laptop\"\n");
         root_.write("proc/sys/kernel/hostname", "laptop\n");
-        root_.write("proc/stat", "btime 1795220992\n");
+        root_.write("proc/stat", "cpu  11 44 22 33 0 0 0 0 0 0\ncpu0 1 4 2 3 0 0 0 0 0 0\n"
+                                 "cpu2 10 40 20 30 0 0 0 0 0 0\nintr 0\nbtime 1795220992\n");
         root_.write("proc/version", "Example version 6.5\n");
         std::filesystem::create_directories(root_.path("tmp/work"));
+        describeMemory();
+        describeProcesses();
+        describeVolumes();
     }
 
     [[nodiscard]] platform::Services silent() override {
@@ -47,6 +52,32 @@ public:
     }
 
 private:
+    void describeMemory() {
+        root_.write("proc/meminfo", "MemTotal: 16252928 kB\nMemFree: 640 kB\nCached: 2560 kB\nZswap: 1920 kB\n"
+                                    "AnonPages: 3200 kB\nSUnreclaim: 1280 kB\n");
+        root_.write("proc/vmstat", "nr_free_pages 1\npswpin 5\npswpout 77\npgfree 1\n");
+    }
+    void describeProcesses() {
+        root_.write("proc/loadavg", "0.20 0.18 0.12 1/5 300\n");
+        root_.write("proc/1/stat", "1 (init) S 0 1 1 0 -1 4194560 1 0\n");
+        root_.write("proc/2/stat", "2 (kthreadd) S 0 0 0 0 -1 2129984 1 0\n");
+        root_.write("proc/20/stat", "20 () R () T 1 20 20 0 -1 4194560 1 0\n");
+        root_.write("proc/300/stat", "300 (gone) Z 1 300 300 0 -1 4228108 1 0\n");
+        std::filesystem::create_symlink("/sbin/init", root_.path("proc/1/exe"));
+        std::filesystem::create_symlink("/opt/a longer name (deleted)", root_.path("proc/20/exe"));
+    }
+    void describeVolumes() {
+        addDisk(root_, "pci0000:00/ata1/block/sda", "8:0");
+        addPartition(root_, "pci0000:00/ata1/block/sda/sda1", "8:1");
+        addDisk(root_, "pci0000:00/usb1/1-1/block/sdb", "8:16", true);
+        root_.write("run/udev/data/b8:1", "E:ID_FS_LABEL=System\n");
+        root_.write("proc/self/mountinfo", mountLine("0:20", "/", "/proc", "proc", "proc") +
+                                               mountLine("8:1", "/", "/", "ext4", "/dev/sda1") +
+                                               mountLine("8:1", "/srv", "/var/www", "ext4", "/dev/sda1") +
+                                               mountLine("8:16", "/", "/media/stick", "vfat", "/dev/sdb") +
+                                               mountLine("0:60", "/", "/net", "nfs4", "server:/export"));
+        std::filesystem::create_directories(root_.path("media/stick"));
+    }
     static TaskRequest shell(const NSString& script, const std::vector<NSString>& more = {}) {
         TaskRequest request;
         request.launchPath = "/bin/sh";

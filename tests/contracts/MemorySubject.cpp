@@ -2,6 +2,7 @@
 #include "tests/contracts/MemorySubject.h"
 
 #include "QKFoundation/platform/memory/Machine.h"
+#include "QKFoundation/platform/services/ResourceKeys.h"
 
 #include <cstdint>
 
@@ -40,6 +41,46 @@ void describe(Machine& machine) {
                                                      {"ProductBuildVersion", "20240131.2"}});
 }
 
+void describeLoad(Machine& machine) {
+    constexpr std::uint32_t kPage = 4096;
+    constexpr auto pages = [](std::uint32_t kilobytes) { return kilobytes * 1024 / kPage; };
+    machine.kernel.setSysctl("hw.pagesize", std::uint64_t{kPage});
+    machine.hostStatistics.addProcessorTicks({{1, 2, 3, 4}, {10, 20, 30, 40}}, {0, 2});
+    machine.hostStatistics.addMemoryStatistics({.free_count = pages(640),
+                                                .wire_count = pages(1280),
+                                                .compressor_page_count = pages(1920),
+                                                .external_page_count = pages(2560),
+                                                .internal_page_count = pages(3200),
+                                                .swapouts = 77});
+    using namespace qk::platform;
+    machine.kernel.setProcesses(std::vector{memory::makeProcess(1, SSLEEP, "init"),
+                                            memory::makeProcess(20, SSTOP, ") R ("),
+                                            memory::makeProcess(300, SZOMB, "gone")});
+    machine.processTable.setPath(1, "/sbin/init");
+    machine.processTable.setPath(20, "/opt/a longer name");
+}
+
+void describeVolumes(Machine& machine) {
+    using namespace qk::platform;
+    static constexpr std::uint64_t kCapacity = 1'000'000;
+    const auto disk = [](const NSString& name, bool isInternal, bool isRemovable) {
+        return NSDictionary{{NSURLVolumeNameKey, name},
+                            {NSURLVolumeIsInternalKey, isInternal},
+                            {NSURLVolumeIsEjectableKey, false},
+                            {NSURLVolumeIsRemovableKey, isRemovable},
+                            {NSURLVolumeTotalCapacityKey, kCapacity},
+                            {NSURLVolumeAvailableCapacityKey, kCapacity / 2}};
+    };
+    machine.fileManager.addVolume("/", disk("System", true, false));
+    machine.fileManager.addVolume("/media/stick", disk("stick", false, true));
+    const NSURL server = NSURL::URLWithString("nfs://server/export").value();
+    machine.fileManager.addVolume("/net", NSDictionary{{NSURLVolumeNameKey, "net"},
+                                                       {NSURLVolumeIsInternalKey, false},
+                                                       {NSURLVolumeIsEjectableKey, false},
+                                                       {NSURLVolumeIsRemovableKey, false},
+                                                       {NSURLVolumeURLForRemountingKey, server}});
+}
+
 TaskExit printingArguments(const TaskRequest& request) {
     std::string output;
     for (const NSString& argument : request.arguments) {
@@ -52,6 +93,8 @@ class MemorySubject final : public Subject {
 public:
     MemorySubject() {
         describe(described_);
+        describeLoad(described_);
+        describeVolumes(described_);
         described_.fileManager.addDirectory("/tmp/work");
         auto& launcher = described_.taskLauncher;
         launcher.addProgram("/bin/hello", NSData("hello"));

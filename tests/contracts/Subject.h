@@ -37,6 +37,13 @@ public:
     /// is not 64-bit capable, 3 cores, 5 threads, 5.2 GHz, 16252928 KiB of memory, "Example Linux" 22.04, build
     /// "20240131.2", started at 1795220992, kernel "Example version 6.5"; its people call it "Anna’s laptop", its store
     /// "laptop".
+    ///
+    /// Under load: of its processors 0 and 2 are online, with 1 tick as user, 2 as system, 3 idle and 4 nice, and ten
+    /// times as many. Memory: 640 KiB free, 1280 wired, 1920 compressed, 2560 of files, 3200 anonymous, 77 pages
+    /// swapped out. Processes: 1 "init", sleeping, from "/sbin/init"; 20 ") R (", stopped, from "/opt/a longer name";
+    /// 300 "gone", a zombie.
+    /// Volumes: "/", an internal disk named "System"; "/media/stick", a removable one, named "stick"; "/net", on
+    /// another machine.
     [[nodiscard]] virtual platform::Services described() = 0;
 
     /// An absolute path of an empty folder that may be written to.

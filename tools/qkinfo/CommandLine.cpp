@@ -6,6 +6,8 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <map>
 
 namespace qk::info {
@@ -20,8 +22,30 @@ constexpr const char* kFooter = "A fact that the system does not tell is shown a
                                 "in JSON as null. Exit status: 0, or 2 with one line on standard error.";
 
 constexpr std::string_view kReport = "report";
+constexpr std::string_view kWatch = "watch";
 
 constexpr const char* kVersionLine = "qkinfo " QKINFO_VERSION;
+
+std::optional<std::chrono::milliseconds> intervalOf(const std::string& text) {
+    constexpr double kShortest = 0.1;
+    constexpr double kLongest = 3600;
+    constexpr double kMillisecondsOfSecond = 1000;
+    double seconds = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, seconds, std::chars_format::fixed);
+    // Written so that a value that is not a number fails as well.
+    if (error != std::errc() || rest != end || !(seconds >= kShortest && seconds <= kLongest)) {
+        return std::nullopt;
+    }
+    return std::chrono::milliseconds(std::llround(seconds * kMillisecondsOfSecond));
+}
+
+std::optional<std::uint64_t> countOf(const std::string& text) {
+    std::uint64_t count = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, count);
+    return error == std::errc() && rest == end && count > 0 ? std::optional(count) : std::nullopt;
+}
 
 /// The command line as the library for it sees it, and where it puts what it found.
 class Grammar {
@@ -39,6 +63,7 @@ public:
         for (const Command& command : commands()) {
             addCommand(std::string(command.name), std::string(command.summary));
         }
+        addWatch();
     }
 
     void parse(const std::vector<std::string>& arguments) {
@@ -58,8 +83,11 @@ public:
     /// What was left over when `parse` failed because of it.
     [[nodiscard]] std::vector<std::string> unexpected() const { return app_.remaining(true); }
 
-    [[nodiscard]] Invocation invocation() const {
+    [[nodiscard]] ParsedCommandLine invocation() const {
         const std::string chosen = app_.get_subcommands().front()->get_name();
+        if (chosen == kWatch) {
+            return WatchInvocation{watch_, json_, color_};
+        }
         Invocation invocation{{}, chosen == kReport, json_, color_};
         for (const Command& command : commands()) {
             const bool skipped = noUpdates_ && command.name == "updates";
@@ -71,6 +99,28 @@ public:
     }
 
 private:
+    void addWatch() {
+        CLI::App& watch = addCommand(std::string(kWatch), "The machine under load, again and again");
+        watch
+            .add_option_function<std::string>(
+                "--interval", [this](const std::string& text) { watch_.interval = intervalOf(text).value(); },
+                "Seconds between samples, 0.1 to 3600 (default 1)")
+            ->type_name("S")
+            ->take_last()
+            ->check([](const std::string& text) {
+                return intervalOf(text).has_value() ? "" : "\"" + text + "\" is not a number from 0.1 to 3600";
+            });
+        watch
+            .add_option_function<std::string>(
+                "--count", [this](const std::string& text) { watch_.count = countOf(text); },
+                "End after so many samples")
+            ->type_name("N")
+            ->take_last()
+            ->check([](const std::string& text) {
+                return countOf(text).has_value() ? "" : "\"" + text + "\" is not a whole number from 1";
+            });
+    }
+
     CLI::App& addCommand(const std::string& name, const std::string& summary) {
         static const std::map<std::string, ColorChoice> kChoices{
             {"auto", ColorChoice::Auto}, {"always", ColorChoice::Always}, {"never", ColorChoice::Never}};
@@ -93,6 +143,7 @@ private:
     CLI::App app_;
     bool json_ = false;
     bool noUpdates_ = false;
+    WatchOptions watch_;
     ColorChoice color_ = ColorChoice::Auto;
 };
 
@@ -103,7 +154,11 @@ UsageError usageError(const std::string& message) {
 UsageError unexpectedArgument(const std::vector<std::string>& arguments, const std::vector<std::string>& unexpected) {
     const auto isOption = [](const std::string& argument) { return argument.starts_with('-'); };
     const auto first = std::ranges::find_if_not(arguments, isOption);
-    if (first != arguments.end() && *first != kReport && std::ranges::count(commands(), *first, &Command::name) == 0) {
+    const auto isCommand = [](const std::string& argument) {
+        return argument == kReport || argument == kWatch ||
+               std::ranges::count(commands(), argument, &Command::name) > 0;
+    };
+    if (first != arguments.end() && !isCommand(*first)) {
         return usageError("there is no command \"" + *first + "\"");
     }
     return usageError("unexpected argument" + (unexpected.empty() ? "" : " \"" + unexpected.front() + "\""));

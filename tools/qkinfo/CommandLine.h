@@ -3,6 +3,7 @@
 
 #include "tools/qkinfo/Commands.h"
 #include "tools/qkinfo/Terminal.h"
+#include "tools/qkinfo/watch/WatchLoop.h"
 
 #include <string>
 #include <variant>
@@ -18,6 +19,13 @@ struct Invocation {
     ColorChoice color = ColorChoice::Auto;
 };
 
+/// The command line asks to go on showing the machine under load.
+struct WatchInvocation {
+    WatchOptions options;
+    bool json = false;
+    ColorChoice color = ColorChoice::Auto;
+};
+
 /// The command line asks for a text that is known: the help, or the version.
 struct PlainText {
     std::string text;
@@ -28,7 +36,7 @@ struct UsageError {
     std::string message;
 };
 
-using ParsedCommandLine = std::variant<Invocation, PlainText, UsageError>;
+using ParsedCommandLine = std::variant<Invocation, WatchInvocation, PlainText, UsageError>;
 
 /// `arguments` are those behind the program's name, in the encoding that they came in.
 [[nodiscard]] ParsedCommandLine parseCommandLine(const std::vector<std::string>& arguments);

@@ -4,8 +4,12 @@
 #include "QKFoundation/platform/objects/NSException.h"
 
 #include "tools/qkinfo/commands/Hardware.h"
+#include "tools/qkinfo/commands/MemoryUse.h"
 #include "tools/qkinfo/commands/OperatingSystem.h"
+#include "tools/qkinfo/commands/Processes.h"
+#include "tools/qkinfo/commands/ProcessorLoad.h"
 #include "tools/qkinfo/commands/Updates.h"
+#include "tools/qkinfo/commands/Volumes.h"
 
 #include <array>
 
@@ -13,9 +17,15 @@ namespace qk::info {
 
 namespace {
 
+constexpr std::size_t kMostInReport = 10;
+
 constexpr std::array kCommands{
     Command{"os", "Operating system", "The system, this computer's name, when it was started", "", operatingSystem},
     Command{"hardware", "Hardware", "Model, processors and memory", "", hardware},
+    Command{"cpu", "Processor load", "How busy the processors are", "", processorLoad},
+    Command{"memory", "Memory", "What the memory is used for", "", memoryUse},
+    Command{"volumes", "Volumes", "The machine's own storage and how full it is", "", volumes},
+    Command{"processes", "Processes", "How many run, and which are stopped or defunct", "", processes},
     Command{"updates", "Updates", "Software updates that wait to be installed", "Asking for updates", updates},
 };
 
@@ -31,7 +41,11 @@ Section sectionOf(const Command& command, const Surroundings& surroundings) {
 
 Section sectionForReport(const Command& command, const Surroundings& surroundings) {
     try {
-        return sectionOf(command, surroundings);
+        Section section = sectionOf(command, surroundings);
+        if (List* list = section.body.has_value() ? std::get_if<List>(&*section.body) : nullptr) {
+            list->mostForPeople = kMostInReport;
+        }
+        return section;
     } catch (const NSException&) {
         return Section{command.name, command.title, std::nullopt};
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "tools/qkinfo/Clock.h"
 #include "tools/qkinfo/Facts.h"
 
 #include <filesystem>
@@ -13,6 +14,7 @@ namespace qk::info {
 /// What the commands look at beside the library.
 struct Surroundings {
     std::filesystem::path root = "/"; ///< where the distribution's own files lie
+    Clock* clock = &systemClock();    ///< lives as long as the program
 };
 
 /// A part of what can be told about this machine: a command of the program, and a section of its report.
@@ -32,7 +34,8 @@ struct Command {
 /// The section of `command`. Raises what its operations raise.
 [[nodiscard]] Section sectionOf(const Command& command, const Surroundings& surroundings);
 
-/// As `sectionOf`, but an operation that fails leaves a section without anything told: a report says the rest.
+/// As `sectionOf`, but an operation that fails leaves a section without anything told: a report says the rest. Of a
+/// long list its text shows the beginning.
 [[nodiscard]] Section sectionForReport(const Command& command, const Surroundings& surroundings);
 
 } // namespace qk::info

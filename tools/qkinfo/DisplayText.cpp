@@ -51,16 +51,25 @@ std::size_t columnsOf(wchar_t character, wchar_t before) {
     return isIn(wideRanges(), character) ? 2 : 1;
 }
 
-// How many characters of `text` go into `width` columns; at least one.
+// How many characters of `text` go into `width` columns.
 std::size_t fitting(std::wstring_view text, std::size_t width) {
     std::size_t columns = 0;
     for (std::size_t index = 0; index < text.size(); ++index) {
         columns += columnsOf(text[index], index > 0 ? text[index - 1] : L'\0');
-        if (columns > width && index > 0) {
+        if (columns > width) {
             return index;
         }
     }
     return text.size();
+}
+
+// What follows a character without taking a column of its own belongs to it.
+std::size_t atLeastOne(std::wstring_view text, std::size_t count) {
+    std::size_t end = std::max<std::size_t>(count, 1);
+    while (count == 0 && end < text.size() && columnsOf(text[end], text[end - 1]) == 0) {
+        ++end;
+    }
+    return end;
 }
 
 // Where to break `text`, of which `end` characters go into the line: before the last blank, else behind a mark that
@@ -129,7 +138,7 @@ std::size_t displayWidth(std::wstring_view text) {
 std::vector<std::wstring> wrapped(std::wstring_view text, std::size_t width) {
     std::vector<std::wstring> lines;
     for (;;) {
-        std::size_t end = fitting(text, width);
+        std::size_t end = text.empty() ? 0 : atLeastOne(text, fitting(text, width));
         if (end == text.size()) {
             lines.emplace_back(text);
             return lines;
@@ -138,6 +147,10 @@ std::vector<std::wstring> wrapped(std::wstring_view text, std::size_t width) {
         lines.emplace_back(withoutBlanksAtEnd(text.substr(0, end)));
         text.remove_prefix(std::min(text.find_first_not_of(L' ', end), text.size()));
     }
+}
+
+std::wstring_view clipped(std::wstring_view text, std::size_t width) {
+    return text.substr(0, fitting(text, width));
 }
 
 std::string displayBytes(std::wstring_view text) {

@@ -31,6 +31,9 @@ inline constexpr std::size_t kLongestDisplayText = 2000;
 /// behind hyphens and the like. At least one line; a character that is wider than `width` has a line of its own.
 [[nodiscard]] std::vector<std::wstring> wrapped(std::wstring_view text, std::size_t width);
 
+/// The beginning of `text`, which `displayText` made, that takes at most `width` columns.
+[[nodiscard]] std::wstring_view clipped(std::wstring_view text, std::size_t width);
+
 /// `text`, which `displayText` made, in UTF-8.
 [[nodiscard]] std::string displayBytes(std::wstring_view text);
 

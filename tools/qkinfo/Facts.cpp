@@ -27,6 +27,10 @@ std::optional<Content> textContent(const std::optional<NSString>& text) {
     return bytes.substr(first, bytes.find_last_not_of(kBlanks) - first + 1);
 }
 
+std::optional<Content> percentContent(double percent) {
+    return std::isfinite(percent) ? std::optional<Content>(Percent{percent}) : std::nullopt;
+}
+
 std::optional<Content> momentContent(const std::optional<NSDate>& date) {
     const double seconds = date.has_value() ? std::floor(date->timeIntervalSince1970()) : kYear10000;
     // Written so that a value that is not a number fails as well.

@@ -4,7 +4,9 @@
 #include "QKFoundation/platform/values/NSDate.h"
 #include "QKFoundation/platform/values/NSString.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -30,6 +32,20 @@ struct Megahertz {
     friend bool operator==(const Megahertz&, const Megahertz&) = default;
 };
 
+/// A share of a whole. A finite number, which need not lie between 0 and 100.
+struct Percent {
+    double number;
+    friend bool operator==(const Percent&, const Percent&) = default;
+};
+
+struct Milliseconds {
+    std::uint64_t number;
+    friend bool operator==(const Milliseconds&, const Milliseconds&) = default;
+};
+
+/// Names of things, as many as there are.
+using Names = std::vector<std::string>;
+
 /// Whole seconds since 1970-01-01 00:00:00 UTC, in a year from 0 to 9999.
 struct Moment {
     std::int64_t seconds;
@@ -37,7 +53,7 @@ struct Moment {
 };
 
 /// What a fact says. Texts are well-formed UTF-8 and not blank; they come from the machine and may hold anything else.
-using Content = std::variant<std::string, bool, Count, Bytes, Megahertz, Moment>;
+using Content = std::variant<std::string, bool, Count, Bytes, Megahertz, Percent, Milliseconds, Names, Moment>;
 
 /// Who is shown a fact.
 enum class Audience {
@@ -59,9 +75,10 @@ using Facts = std::vector<Fact>;
 /// Things of one kind. All records have the same keys, in the same order.
 struct List {
     std::vector<Facts> records;
-    std::string_view whenEmpty; ///< a sentence: "Up to date."
-    std::string_view one;       ///< what a record is called: "update"
-    std::string_view many;      ///< "updates"
+    std::string_view whenEmpty;                                          ///< a sentence: "Up to date."
+    std::string_view one;                                                ///< what a record is called: "update"
+    std::string_view many;                                               ///< "updates"
+    std::size_t mostForPeople = std::numeric_limits<std::size_t>::max(); ///< the text stops there and says so
 };
 
 using Body = std::variant<Facts, List>;
@@ -81,6 +98,9 @@ template <typename Unit>
 [[nodiscard]] std::optional<Content> numberContent(std::uint64_t number) {
     return number != 0 ? std::optional<Content>(Unit{number}) : std::nullopt;
 }
+
+/// A share; one that is no number, as when nothing was measured, counts as not told.
+[[nodiscard]] std::optional<Content> percentContent(double percent);
 
 /// A moment; one outside of the years that a calendar shows counts as not told.
 [[nodiscard]] std::optional<Content> momentContent(const std::optional<NSDate>& date);

@@ -17,6 +17,9 @@ struct ContentJson {
     Json operator()(Count count) const { return count.number; }
     Json operator()(Bytes bytes) const { return bytes.number; }
     Json operator()(Megahertz frequency) const { return frequency.number; }
+    Json operator()(Percent percent) const { return percent.number; }
+    Json operator()(Milliseconds duration) const { return duration.number; }
+    Json operator()(const Names& names) const { return names; }
     Json operator()(Moment moment) const { return utcTimeText(moment); }
 };
 
@@ -41,16 +44,32 @@ struct BodyJson {
     }
 };
 
+std::string dumped(const Json& json, int indent) {
+    constexpr bool kAsciiOnly = true;
+    return json.dump(indent, ' ', kAsciiOnly, Json::error_handler_t::replace) + "\n";
+}
+
+void addSections(Json& object, std::span<const Section> sections) {
+    for (const Section& section : sections) {
+        object[std::string(section.key)] = section.body.has_value() ? std::visit(BodyJson{}, *section.body) : Json();
+    }
+}
+
 } // namespace
 
 std::string renderJson(std::span<const Section> sections) {
     Json report = Json::object();
-    for (const Section& section : sections) {
-        report[std::string(section.key)] = section.body.has_value() ? std::visit(BodyJson{}, *section.body) : Json();
-    }
+    addSections(report, sections);
     constexpr int kIndent = 2;
-    constexpr bool kAsciiOnly = true;
-    return report.dump(kIndent, ' ', kAsciiOnly, Json::error_handler_t::replace) + "\n";
+    return dumped(report, kIndent);
+}
+
+std::string renderJsonLine(Moment time, std::span<const Section> sections) {
+    Json sample = Json::object();
+    sample["time"] = utcTimeText(time);
+    addSections(sample, sections);
+    constexpr int kOnOneLine = -1;
+    return dumped(sample, kOnOneLine);
 }
 
 } // namespace qk::info

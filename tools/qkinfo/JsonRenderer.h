@@ -13,4 +13,7 @@ namespace qk::info {
 /// names; moments are ISO 8601 in UTC. ASCII only: everything else, and what would steer a terminal, is escaped.
 [[nodiscard]] std::string renderJson(std::span<const Section> sections);
 
+/// The same on one line, with the time of the sections first, as "time".
+[[nodiscard]] std::string renderJsonLine(Moment time, std::span<const Section> sections);
+
 } // namespace qk::info

@@ -9,11 +9,11 @@
 #include "tools/qkinfo/JsonRenderer.h"
 #include "tools/qkinfo/Output.h"
 #include "tools/qkinfo/TextRenderer.h"
+#include "tools/qkinfo/watch/Watch.h"
 
 #include <unistd.h>
 
 #include <cerrno>
-#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
@@ -28,12 +28,7 @@ int fail(const std::string& message) {
     return kFailure;
 }
 
-int print(const std::string& text) {
-    int error = writeAll(STDOUT_FILENO, text);
-    // Some file systems tell only now that there was no room.
-    if (error == 0 && close(STDOUT_FILENO) == -1 && errno != EINTR) {
-        error = errno;
-    }
+int outcomeOfPrinting(int error) {
     // A reader that has seen enough, such as `head`, is no failure.
     if (error == 0 || error == EPIPE) {
         return kSuccess;
@@ -42,9 +37,13 @@ int print(const std::string& text) {
                 std::strerror(error)); // NOLINT(concurrency-mt-unsafe)
 }
 
-Moment currentMoment() {
-    const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
-    return {std::chrono::duration_cast<std::chrono::seconds>(sinceEpoch).count()};
+int print(const std::string& text) {
+    int error = writeAll(STDOUT_FILENO, text);
+    // Some file systems tell only now that there was no room.
+    if (error == 0 && close(STDOUT_FILENO) == -1 && errno != EINTR) {
+        error = errno;
+    }
+    return outcomeOfPrinting(error);
 }
 
 std::vector<Section> gather(const Invocation& invocation, const Surroundings& surroundings) {
@@ -75,7 +74,8 @@ int answer(const Invocation& invocation, const Surroundings& surroundings) {
     }
     const Terminal output = terminalAt(STDOUT_FILENO);
     const char* const noColor = std::getenv("NO_COLOR"); // NOLINT(concurrency-mt-unsafe): the worker has ended
-    return print(renderText(sections, {output.width, usesColor(invocation.color, output, noColor), currentMoment()}));
+    return print(renderText(
+        sections, {output.width, usesColor(invocation.color, output, noColor), surroundings.clock->moment()}));
 }
 
 } // namespace
@@ -88,6 +88,9 @@ int runProgram(const std::vector<std::string>& arguments, const Surroundings& su
         }
         if (const auto* plain = std::get_if<PlainText>(&parsed)) {
             return print(plain->text);
+        }
+        if (const auto* watching = std::get_if<WatchInvocation>(&parsed)) {
+            return outcomeOfPrinting(watch(watching->options, watching->json, watching->color, *surroundings.clock));
         }
         return answer(std::get<Invocation>(parsed), surroundings);
     } catch (const NSException& exception) {

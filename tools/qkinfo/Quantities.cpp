@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/qkinfo/Quantities.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <ctime>
@@ -11,6 +12,12 @@ namespace qk::info {
 namespace {
 
 constexpr std::uint64_t kMinutesOfDay = 1440;
+
+constexpr std::uint64_t kKibibyte = 1024;
+
+std::string exactText(Bytes bytes) {
+    return std::to_string(bytes.number) + (bytes.number == 1 ? " byte" : " bytes");
+}
 
 std::string twoDigits(std::uint64_t number) {
     std::string digits = std::to_string(number);
@@ -28,21 +35,43 @@ std::string formatted(const char* format, const std::tm& time) {
 } // namespace
 
 std::string bytesText(Bytes bytes) {
+    return bytes.number < kKibibyte ? exactText(bytes) : sizeText(bytes) + " (" + exactText(bytes) + ")";
+}
+
+std::string sizeText(Bytes bytes) {
     constexpr std::array<std::string_view, 6> kUnits{"KiB", "MiB", "GiB", "TiB", "PiB", "EiB"};
-    std::string exact = std::to_string(bytes.number) + (bytes.number == 1 ? " byte" : " bytes");
-    if (bytes.number < 1024) {
-        return exact;
+    if (bytes.number < kKibibyte) {
+        return exactText(bytes);
     }
     std::size_t index = 0;
-    std::uint64_t unit = 1024;
+    std::uint64_t unit = kKibibyte;
     const auto tenths = [&] { return bytes.number / unit * 10 + (bytes.number % unit * 10 + unit / 2) / unit; };
     // Rounding may reach the next unit: 1048575 bytes are 1.0 MiB, not 1024.0 KiB.
     while (index + 1 < kUnits.size() && tenths() >= 10240) {
         unit *= 1024;
         ++index;
     }
-    return std::to_string(tenths() / 10) + "." + std::to_string(tenths() % 10) + " " + std::string(kUnits[index]) +
-           " (" + exact + ")";
+    return std::to_string(tenths() / 10) + "." + std::to_string(tenths() % 10) + " " + std::string(kUnits[index]);
+}
+
+std::string percentText(Percent percent) {
+    constexpr double kLargestShown = 1e9;
+    std::array<char, 32> text{};
+    const double number = std::clamp(percent.number, -kLargestShown, kLargestShown);
+    const int length = std::snprintf(text.data(), text.size(), "%.1f%%", number);
+    return {text.data(), static_cast<std::size_t>(length)};
+}
+
+std::string millisecondsText(Milliseconds duration) {
+    return std::to_string(duration.number) + " ms";
+}
+
+std::string namesText(const Names& names) {
+    std::string text;
+    for (const std::string& name : names) {
+        text.append(text.empty() ? "" : ", ").append(name);
+    }
+    return text.empty() ? "none" : text;
 }
 
 std::string frequencyText(Megahertz frequency) {

@@ -12,6 +12,18 @@ namespace qk::info {
 /// "24.0 GiB (25769803776 bytes)", "1023 bytes". Rounded half up to one decimal.
 [[nodiscard]] std::string bytesText(Bytes bytes);
 
+/// "24.0 GiB", "1023 bytes": for places without room for the exact number.
+[[nodiscard]] std::string sizeText(Bytes bytes);
+
+/// "12.5%". Rounded to one decimal. `percent` may be any number that is finite.
+[[nodiscard]] std::string percentText(Percent percent);
+
+/// "250 ms".
+[[nodiscard]] std::string millisecondsText(Milliseconds duration);
+
+/// "sshd, sleep, sleep", or "none".
+[[nodiscard]] std::string namesText(const Names& names);
+
 /// "2.60 GHz (2599 MHz)", "800 MHz".
 [[nodiscard]] std::string frequencyText(Megahertz frequency);
 

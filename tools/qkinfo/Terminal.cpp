@@ -18,6 +18,9 @@ Terminal terminalAt(int fd) {
     if (ioctl(fd, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) {
         terminal.width = size.ws_col;
     }
+    if (size.ws_row > 0) {
+        terminal.height = size.ws_row;
+    }
     const char* const name = std::getenv("TERM"); // NOLINT(concurrency-mt-unsafe): nothing here changes the environment
     terminal.takesSequences = name != nullptr && *name != '\0' && std::string_view(name) != "dumb";
     return terminal;

@@ -12,6 +12,7 @@ struct Terminal {
     bool isTerminal = false;
     std::size_t width = 80;      ///< columns; 80 for what is no terminal, or does not tell
     bool takesSequences = false; ///< whether it understands escape sequences: a terminal that is not "dumb"
+    std::size_t height = 24;     ///< lines; 24 for what is no terminal, or does not tell
 };
 
 /// Looks at the descriptor `fd`, and at TERM of the environment.

@@ -26,18 +26,27 @@ constexpr std::string_view kPlain = "\x1b[0m";
 
 struct ContentText {
     const TextStyle& style;
+    bool inTable; // where there is no room for a number in two ways
 
     std::string operator()(const std::string& text) const { return text; }
     std::string operator()(bool value) const { return value ? "yes" : "no"; }
     std::string operator()(Count count) const { return std::to_string(count.number); }
-    std::string operator()(Bytes bytes) const { return bytesText(bytes); }
+    std::string operator()(Bytes bytes) const { return inTable ? sizeText(bytes) : bytesText(bytes); }
     std::string operator()(Megahertz frequency) const { return frequencyText(frequency); }
+    std::string operator()(Percent percent) const { return percentText(percent); }
+    std::string operator()(Milliseconds duration) const { return millisecondsText(duration); }
+    std::string operator()(const Names& names) const { return namesText(names); }
     std::string operator()(Moment moment) const { return bootTimeText(moment, style.now); }
 };
 
-std::wstring textOf(const Fact& fact, const TextStyle& style, std::string_view absentText) {
-    return displayText(fact.content.has_value() ? std::visit(ContentText{style}, *fact.content)
-                                                : std::string(absentText));
+std::wstring textOf(const Fact& fact, const TextStyle& style) {
+    return displayText(fact.content.has_value() ? std::visit(ContentText{style, false}, *fact.content)
+                                                : std::string(kAbsentText));
+}
+
+std::wstring cellTextOf(const Fact& fact, const TextStyle& style) {
+    return displayText(fact.content.has_value() ? std::visit(ContentText{style, true}, *fact.content)
+                                                : std::string(kAbsentCell));
 }
 
 /// A cell that is broken into lines, in a column of a certain width.
@@ -132,7 +141,7 @@ void appendFacts(Page& page, const Facts& facts, std::size_t labelWidth) {
     for (const Fact& fact : facts) {
         if (isShown(fact)) {
             page.appendRow({Cell{{displayText(fact.label)}, labelWidth, kLabelColor},
-                            Cell{wrapped(textOf(fact, page.style(), kAbsentText), width), width, valueColor(fact)}});
+                            Cell{wrapped(textOf(fact, page.style()), width), width, valueColor(fact)}});
         }
     }
 }
@@ -150,7 +159,7 @@ void shrinkToFit(std::vector<std::size_t>& widths, std::size_t available) {
     }
 }
 
-void appendTable(Page& page, const std::vector<Facts>& records) {
+void appendTable(Page& page, std::span<const Facts> records) {
     std::vector<std::vector<std::wstring>> rows(1);
     for (const Fact& fact : records.front()) {
         if (isShown(fact)) {
@@ -161,7 +170,7 @@ void appendTable(Page& page, const std::vector<Facts>& records) {
         auto& row = rows.emplace_back();
         for (const Fact& fact : record) {
             if (isShown(fact)) {
-                row.push_back(textOf(fact, page.style(), kAbsentCell));
+                row.push_back(cellTextOf(fact, page.style()));
             }
         }
     }
@@ -182,13 +191,18 @@ void appendTable(Page& page, const std::vector<Facts>& records) {
     }
 }
 
-void appendList(Page& page, const List& list) {
+void appendList(Page& page, const List& list, std::string_view command) {
     if (list.records.empty()) {
         page.appendSentence(list.whenEmpty, {});
         return;
     }
-    appendTable(page, list.records);
     const std::size_t count = list.records.size();
+    const std::size_t shown = std::min(count, list.mostForPeople);
+    appendTable(page, std::span(list.records).first(shown));
+    if (shown < count) {
+        page.appendSentence("and " + std::to_string(count - shown) + " more: qkinfo " + std::string(command), {});
+        return;
+    }
     page.appendSentence(std::to_string(count) + " " + std::string(count == 1 ? list.one : list.many) + ".", {});
 }
 
@@ -204,7 +218,7 @@ std::string renderText(std::span<const Section> sections, const TextStyle& style
         } else if (const Facts* facts = std::get_if<Facts>(&*section.body)) {
             appendFacts(page, *facts, labelWidth);
         } else {
-            appendList(page, std::get<List>(*section.body));
+            appendList(page, std::get<List>(*section.body), section.key);
         }
     }
     return std::move(page).text();

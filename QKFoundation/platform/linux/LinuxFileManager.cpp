@@ -86,6 +86,21 @@ std::optional<NSDictionary> LinuxFileManager::dictionaryWithContentsOfFile(const
     return dictionary != nullptr ? std::optional(*dictionary) : std::nullopt;
 }
 
+// What is no volume for people (proc, tmpfs, bind mounts) is not listed for programs either.
+std::vector<NSURL> LinuxFileManager::mountedVolumeURLs(bool /*skipHiddenVolumes*/) const {
+    std::vector<NSURL> urls;
+    const auto table = volumes_.table(); // stays while it is walked, whatever is mounted meanwhile
+    for (const Volume& volume : table->volumes) {
+        urls.push_back(volume.url);
+    }
+    return urls;
+}
+
+std::optional<NSDictionary> LinuxFileManager::resourceValuesForKeys(const NSURL& url,
+                                                                    const std::vector<NSString>& keys) const {
+    return volumes_.resourceValues(url, keys);
+}
+
 std::optional<NSDictionary> LinuxFileManager::systemVersion() const {
     const std::optional<parse::Assignments> release = operatingsystem::release(root_);
     if (!release.has_value()) {

@@ -3,6 +3,7 @@
 
 #include "QKFoundation/platform/linux/Hardware.h"
 #include "QKFoundation/platform/linux/OperatingSystem.h"
+#include "QKFoundation/platform/linux/Processes.h"
 #include "QKFoundation/platform/values/NSString.h"
 
 #include <unistd.h>
@@ -74,6 +75,15 @@ Fact bootTime(const LinuxRoot& root) {
     return plain(seconds.has_value() ? std::optional(TimeValue{*seconds, 0, 0}) : std::nullopt);
 }
 
+int processTable(const LinuxRoot& root, void* buffer, std::size_t* size) {
+    if (buffer != nullptr) {
+        return processes::readTable(root, buffer, size);
+    }
+    const auto needed = processes::tableSize(root);
+    *size = needed.value_or(*size);
+    return needed.has_value() ? 0 : ENOENT;
+}
+
 int answer(const Fact& fact, void* buffer, std::size_t* size) {
     if (!fact.has_value()) {
         return ENOENT;
@@ -98,6 +108,10 @@ int LinuxKernel::sysctlbyname(const char* name, void* buffer, std::size_t* size)
 int LinuxKernel::sysctl(std::span<const int> name, void* buffer, std::size_t* size) const {
     constexpr std::array kVersion = {kCtlKern, kKernVersion};
     constexpr std::array kBootTime = {kCtlKern, kKernBootTime};
+    constexpr std::array kProcesses = {kCtlKern, kKernProc, kKernProcAll};
+    if (std::ranges::equal(name, kProcesses)) {
+        return processTable(root_, buffer, size);
+    }
     if (std::ranges::equal(name, kVersion)) {
         return answer(text(operatingsystem::kernelVersion(root_)), buffer, size);
     }

@@ -22,6 +22,7 @@ namespace qk::platform {
 /// | "kern.osversion" | text | `operatingsystem::build` |
 /// | {1, 2} | text | `operatingsystem::kernelVersion` |
 /// | {1, 21} | 16 | `operatingsystem::bootTime`, whole seconds |
+/// | {1, 14, 0} | 648 a process | `processes::readTable`; the size that is told has room to spare |
 class LinuxKernel final : public Kernel {
 public:
     explicit LinuxKernel(LinuxRoot root = {}) : root_(std::move(root)) {}

@@ -3,8 +3,10 @@
 
 #include "QKFoundation/platform/linux/LinuxFileManager.h"
 #include "QKFoundation/platform/linux/LinuxHost.h"
+#include "QKFoundation/platform/linux/LinuxHostStatistics.h"
 #include "QKFoundation/platform/linux/LinuxKernel.h"
 #include "QKFoundation/platform/linux/LinuxProcessInfo.h"
+#include "QKFoundation/platform/linux/LinuxProcessTable.h"
 #include "QKFoundation/platform/linux/LinuxSystemConfiguration.h"
 #include "QKFoundation/platform/linux/LinuxTaskLauncher.h"
 #include "QKFoundation/platform/linux/UpdateTool.h"
@@ -31,7 +33,9 @@ Services makeLinuxServices(const LinuxRoot& root) {
             .host = std::make_shared<LinuxHost>(root),
             .systemConfiguration = std::make_shared<LinuxSystemConfiguration>(root),
             .taskLauncher = std::make_shared<LinuxTaskLauncher>(substitutes()),
-            .fileManager = std::make_shared<LinuxFileManager>(root)};
+            .fileManager = std::make_shared<LinuxFileManager>(root),
+            .hostStatistics = std::make_shared<LinuxHostStatistics>(root),
+            .processTable = std::make_shared<LinuxProcessTable>(root)};
 }
 
 std::shared_ptr<const Services> makeHostServices() {

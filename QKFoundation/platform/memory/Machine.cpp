@@ -14,6 +14,8 @@ std::shared_ptr<const Services> emptyMachine() {
     services.systemConfiguration = std::make_shared<MemorySystemConfiguration>();
     services.taskLauncher = std::make_shared<MemoryTaskLauncher>();
     services.fileManager = std::make_shared<MemoryFileManager>();
+    services.hostStatistics = std::make_shared<MemoryHostStatistics>();
+    services.processTable = std::make_shared<MemoryProcessTable>();
     return std::make_shared<const Services>(std::move(services));
 }
 
@@ -28,6 +30,8 @@ Machine::Machine(std::shared_ptr<const Services> services)
       systemConfiguration(static_cast<MemorySystemConfiguration&>(*services->systemConfiguration)),
       taskLauncher(static_cast<MemoryTaskLauncher&>(*services->taskLauncher)),
       fileManager(static_cast<MemoryFileManager&>(*services->fileManager)),
+      hostStatistics(static_cast<MemoryHostStatistics&>(*services->hostStatistics)),
+      processTable(static_cast<MemoryProcessTable&>(*services->processTable)),
       services_(std::move(services)) {}
 
 Machine::~Machine() = default;

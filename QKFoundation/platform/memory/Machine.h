@@ -2,8 +2,10 @@
 #pragma once
 
 #include "QKFoundation/platform/memory/MemoryFileManager.h"
+#include "QKFoundation/platform/memory/MemoryHostStatistics.h"
 #include "QKFoundation/platform/memory/MemoryKernel.h"
 #include "QKFoundation/platform/memory/MemoryNames.h"
+#include "QKFoundation/platform/memory/MemoryProcessTable.h"
 #include "QKFoundation/platform/memory/MemoryTaskLauncher.h"
 #include "QKFoundation/platform/services/Services.h"
 
@@ -37,6 +39,8 @@ public:
     MemorySystemConfiguration& systemConfiguration;
     MemoryTaskLauncher& taskLauncher;
     MemoryFileManager& fileManager;
+    MemoryHostStatistics& hostStatistics;
+    MemoryProcessTable& processTable;
 
 private:
     explicit Machine(std::shared_ptr<const Services> services);

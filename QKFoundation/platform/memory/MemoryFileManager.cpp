@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/memory/MemoryFileManager.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace qk::platform::memory {
@@ -95,6 +96,48 @@ std::optional<NSDictionary> MemoryFileManager::dictionaryWithContentsOfFile(cons
     const Entry* entry = entryAt(normalized(path));
     const auto* dictionary = entry != nullptr ? std::get_if<NSDictionary>(&entry->content) : nullptr;
     return dictionary != nullptr && entry->readable ? std::optional(*dictionary) : std::nullopt;
+}
+
+void MemoryFileManager::addVolume(const NSString& path, const NSDictionary& resourceValues, bool isHidden) {
+    mount(path, resourceValues, isHidden);
+}
+
+void MemoryFileManager::addUnreadableVolume(const NSString& path) {
+    mount(path, std::nullopt, false);
+}
+
+void MemoryFileManager::mount(const NSString& path, std::optional<NSDictionary> values, bool isHidden) {
+    if (const auto url = NSURL::fileURLWithPath(path, true)) {
+        const std::scoped_lock lock(mutex_);
+        volumes_.push_back({*url, std::move(values), isHidden});
+    }
+}
+
+std::vector<NSURL> MemoryFileManager::mountedVolumeURLs(bool skipHiddenVolumes) const {
+    const std::scoped_lock lock(mutex_);
+    std::vector<NSURL> urls;
+    for (const Volume& volume : volumes_) {
+        if (!skipHiddenVolumes || !volume.isHidden) {
+            urls.push_back(volume.url);
+        }
+    }
+    return urls;
+}
+
+std::optional<NSDictionary> MemoryFileManager::resourceValuesForKeys(const NSURL& url,
+                                                                     const std::vector<NSString>& keys) const {
+    const std::scoped_lock lock(mutex_);
+    const auto volume = std::ranges::find(volumes_, url, &Volume::url);
+    if (volume == volumes_.end() || !volume->values.has_value()) {
+        return std::nullopt;
+    }
+    NSMutableDictionary values;
+    for (const NSString& key : keys) {
+        if (const Value* value = volume->values->objectForKey(key)) {
+            values.setObject(*value, key);
+        }
+    }
+    return values.copy();
 }
 
 const MemoryFileManager::Entry* MemoryFileManager::entryAt(const NSString& path) const {

@@ -33,9 +33,19 @@ public:
     /// Whether there is a folder at `path`.
     [[nodiscard]] bool isDirectory(const NSString& path) const;
 
+    /// There is a volume with these resource values at `path`, behind those that were added before; a hidden one is
+    /// left out on request.
+    void addVolume(const NSString& path, const NSDictionary& resourceValues, bool isHidden = false);
+
+    /// There is a volume at `path` that is listed but cannot be asked for its values.
+    void addUnreadableVolume(const NSString& path);
+
     bool createDirectoryAtPath(const NSString& path, bool withIntermediateDirectories) override;
     [[nodiscard]] std::optional<std::vector<NSString>> contentsOfDirectoryAtPath(const NSString& path) const override;
     [[nodiscard]] std::optional<NSDictionary> dictionaryWithContentsOfFile(const NSString& path) const override;
+    [[nodiscard]] std::vector<NSURL> mountedVolumeURLs(bool skipHiddenVolumes) const override;
+    [[nodiscard]] std::optional<NSDictionary> resourceValuesForKeys(const NSURL& url,
+                                                                    const std::vector<NSString>& keys) const override;
 
 private:
     struct Directory {};
@@ -48,7 +58,15 @@ private:
     bool createDirectories(const NSString& path);
     void add(const NSString& path, Entry entry);
 
+    struct Volume {
+        NSURL url;
+        std::optional<NSDictionary> values; // nothing when it cannot be asked
+        bool isHidden = false;
+    };
+    void mount(const NSString& path, std::optional<NSDictionary> values, bool isHidden);
+
     mutable std::mutex mutex_;
+    std::vector<Volume> volumes_;
     std::map<NSString, Entry> entries_; // by path without trailing "/"
 };
 

@@ -49,6 +49,15 @@ void MemoryKernel::setBootTime(std::int64_t seconds, std::int32_t microseconds) 
     setSysctlBytes({kCtlKern, kKernBootTime}, std::as_bytes(std::span(&time, 1)));
 }
 
+void MemoryKernel::playSysctl(const std::vector<int>& name, const std::vector<Answer>& answers) {
+    const std::scoped_lock lock(mutex_);
+    played_[name] = {answers.begin(), answers.end()};
+}
+
+void MemoryKernel::setProcesses(std::span<const kinfo_proc> processes) {
+    setSysctlBytes({kCtlKern, kKernProc, kKernProcAll}, std::as_bytes(processes));
+}
+
 void MemoryKernel::failReads(const std::vector<int>& name, int error) {
     const std::scoped_lock lock(mutex_);
     numbered_[name].readError = error;
@@ -69,7 +78,14 @@ int MemoryKernel::sysctlbyname(const char* name, void* buffer, std::size_t* size
 
 int MemoryKernel::sysctl(std::span<const int> name, void* buffer, std::size_t* size) const {
     const std::scoped_lock lock(mutex_);
-    const auto found = numbered_.find({name.begin(), name.end()});
+    const std::vector<int> path(name.begin(), name.end());
+    if (auto& script = played_[path]; !script.empty()) {
+        const Answer next = std::move(script.front());
+        script.pop_front();
+        const Fact fact{next.bytes, 0};
+        return next.error != 0 ? next.error : answer(&fact, buffer, size);
+    }
+    const auto found = numbered_.find(path);
     return answer(found != numbered_.end() ? &found->second : nullptr, buffer, size);
 }
 

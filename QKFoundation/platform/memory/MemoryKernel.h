@@ -2,10 +2,12 @@
 #pragma once
 
 #include "QKFoundation/platform/services/Kernel.h"
+#include "QKFoundation/platform/services/ProcessTable.h"
 
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <mutex>
 #include <span>
@@ -45,6 +47,19 @@ public:
     /// The machine was started at `seconds` since 1970, and so many microseconds.
     void setBootTime(std::int64_t seconds, std::int32_t microseconds = 0);
 
+    /// One answer of the kernel: an error number, or 0 and the fact's bytes.
+    struct Answer {
+        int error = 0;
+        std::vector<std::byte> bytes;
+    };
+
+    /// The next requests for the fact at the number path `name`, size queries included, get these answers in turn;
+    /// after the last one the fact itself is told again.
+    void playSysctl(const std::vector<int>& name, const std::vector<Answer>& answers);
+
+    /// The process table holds `processes`.
+    void setProcesses(std::span<const kinfo_proc> processes);
+
     /// Reading the fact at the number path `name` answers `error`, though its size is told.
     void failReads(const std::vector<int>& name, int error);
 
@@ -64,6 +79,7 @@ private:
     mutable std::mutex mutex_;
     std::map<std::string, Fact, std::less<>> named_;
     std::map<std::vector<int>, Fact> numbered_;
+    mutable std::map<std::vector<int>, std::deque<Answer>> played_;
     mutable std::map<std::string, std::size_t, std::less<>> requests_;
 };
 

@@ -4,6 +4,7 @@
 #include "QKFoundation/platform/Export.h"
 #include "QKFoundation/platform/values/NSDictionary.h"
 #include "QKFoundation/platform/values/NSString.h"
+#include "QKFoundation/platform/values/NSURL.h"
 
 #include <optional>
 #include <vector>
@@ -33,6 +34,16 @@ public:
     /// nothing when the file cannot be read or holds something else. "/System/Library/CoreServices/SystemVersion.plist"
     /// describes the operating system on every host.
     [[nodiscard]] virtual std::optional<NSDictionary> dictionaryWithContentsOfFile(const NSString& path) const = 0;
+
+    /// `mountedVolumeURLsIncludingResourceValuesForKeys:options:`. The file URLs of the roots of all mounted volumes,
+    /// in the system's own order; without those that are hidden from people when `skipHiddenVolumes`.
+    [[nodiscard]] virtual std::vector<NSURL> mountedVolumeURLs(bool skipHiddenVolumes) const = 0;
+
+    /// `resourceValuesForKeys:error:`. The values of `keys` for the file or volume at `url`, without the keys that it
+    /// has no value for; nothing when it cannot be asked, because it is gone for example. The keys are those of
+    /// "ResourceKeys.h".
+    [[nodiscard]] virtual std::optional<NSDictionary>
+    resourceValuesForKeys(const NSURL& url, const std::vector<NSString>& keys) const = 0;
 };
 
 } // namespace qk::platform

@@ -13,7 +13,8 @@ namespace qk::platform {
 ///
 /// Every call answers 0 for success, else an error number of <cerrno>: `ENOENT` for a fact that this system does not
 /// have, `ENOMEM` for a buffer that is too small. The protocol of both calls:
-/// - without `buffer`, `*size` becomes the number of bytes that the fact takes now;
+/// - without `buffer`, `*size` becomes the number of bytes that the fact takes now (the process table: at least as
+/// many);
 /// - with `buffer`, `*size` says how many bytes it has and becomes the number of bytes written; a buffer that is too
 /// small is left as it is. Texts are UTF-8 and end with a zero byte that is part of their size. Integers have the width
 /// that the fact has in the kernel, which may be less than the buffer's; the rest of the buffer is left as it is.

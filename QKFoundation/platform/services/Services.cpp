@@ -12,6 +12,8 @@ Host::~Host() = default;
 SystemConfiguration::~SystemConfiguration() = default;
 TaskLauncher::~TaskLauncher() = default;
 FileManager::~FileManager() = default;
+HostStatistics::~HostStatistics() = default;
+ProcessTable::~ProcessTable() = default;
 
 namespace {
 

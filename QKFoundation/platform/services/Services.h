@@ -5,8 +5,10 @@
 #include "QKFoundation/platform/services/FactCache.h"
 #include "QKFoundation/platform/services/FileManager.h"
 #include "QKFoundation/platform/services/Host.h"
+#include "QKFoundation/platform/services/HostStatistics.h"
 #include "QKFoundation/platform/services/Kernel.h"
 #include "QKFoundation/platform/services/ProcessInfo.h"
+#include "QKFoundation/platform/services/ProcessTable.h"
 #include "QKFoundation/platform/services/SystemConfiguration.h"
 #include "QKFoundation/platform/services/TaskLauncher.h"
 
@@ -22,6 +24,8 @@ struct Services {
     std::shared_ptr<SystemConfiguration> systemConfiguration;
     std::shared_ptr<TaskLauncher> taskLauncher;
     std::shared_ptr<FileManager> fileManager;
+    std::shared_ptr<HostStatistics> hostStatistics;
+    std::shared_ptr<ProcessTable> processTable;
     std::shared_ptr<FactCache> facts = std::make_shared<FactCache>();
 };
 

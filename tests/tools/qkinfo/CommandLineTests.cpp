@@ -21,6 +21,10 @@ Invocation invocationOf(const std::vector<std::string>& arguments) {
     return std::get<Invocation>(parseCommandLine(arguments));
 }
 
+WatchInvocation watchOf(const std::vector<std::string>& arguments) {
+    return std::get<WatchInvocation>(parseCommandLine(arguments));
+}
+
 std::vector<std::string_view> sectionsOf(const std::vector<std::string>& arguments) {
     std::vector<std::string_view> names;
     for (const Command* command : invocationOf(arguments).commands) {
@@ -56,8 +60,10 @@ TEST(CommandLine, ErrorsAreOneHarmlessLine) {
 }
 
 TEST(CommandLine, ReportHoldsAllSectionsInOrder) {
-    EXPECT_THAT(sectionsOf({"report"}), ElementsAre("os", "hardware", "updates"));
-    EXPECT_THAT(sectionsOf({"report", "--no-updates"}), ElementsAre("os", "hardware"));
+    EXPECT_THAT(sectionsOf({"report"}),
+                ElementsAre("os", "hardware", "cpu", "memory", "volumes", "processes", "updates"));
+    EXPECT_THAT(sectionsOf({"report", "--no-updates"}),
+                ElementsAre("os", "hardware", "cpu", "memory", "volumes", "processes"));
     EXPECT_TRUE(invocationOf({"report"}).report);
 }
 
@@ -77,9 +83,50 @@ TEST(CommandLine, OptionsAreOffUnlessGiven) {
     EXPECT_EQ(invocationOf({"os", "--color", "always", "--color", "auto"}).color, ColorChoice::Auto);
 }
 
+TEST(CommandLine, WatchGoesOnEachSecondUnlessToldOtherwise) {
+    EXPECT_EQ(watchOf({"watch"}).options.interval, std::chrono::seconds(1));
+    EXPECT_EQ(watchOf({"watch"}).options.count, std::nullopt);
+    EXPECT_FALSE(watchOf({"watch"}).json);
+    const WatchInvocation told = watchOf({"watch", "--interval=2.5", "--count", "3", "--json", "--color=never"});
+    EXPECT_EQ(told.options.interval, std::chrono::milliseconds(2500));
+    EXPECT_EQ(told.options.count, 3U);
+    EXPECT_TRUE(told.json);
+    EXPECT_EQ(told.color, ColorChoice::Never);
+}
+
+TEST(CommandLine, IntervalsAreFromATenthOfASecondToAnHour) {
+    EXPECT_EQ(watchOf({"watch", "--interval", "0.1"}).options.interval, std::chrono::milliseconds(100));
+    EXPECT_EQ(watchOf({"watch", "--interval", "3600"}).options.interval, std::chrono::hours(1));
+    for (const std::string text : {"", "0", "0.0999", "3600.1", "-1", "1s", "1e1", "nan", "inf", " 1", "1,5", "0x1"}) {
+        EXPECT_THAT(errorOf({"watch", "--interval=" + text}), HasSubstr("--interval")) << text;
+    }
+    EXPECT_EQ(errorOf({"watch", "--interval", "0.05"}),
+              "--interval: \"0.05\" is not a number from 0.1 to 3600 (see qkinfo --help)");
+    EXPECT_THAT(errorOf({"watch", "--interval"}), HasSubstr("--interval"));
+}
+
+TEST(CommandLine, CountsAreWholeNumbersFromOne) {
+    EXPECT_EQ(watchOf({"watch", "--count", "1"}).options.count, 1U);
+    EXPECT_EQ(watchOf({"watch", "--count", "18446744073709551615"}).options.count, UINT64_MAX);
+    for (const std::string text : {"", "0", "-1", "1.5", "many", "18446744073709551616", "+1", "1 "}) {
+        EXPECT_THAT(errorOf({"watch", "--count=" + text}), HasSubstr("--count")) << text;
+    }
+    EXPECT_EQ(errorOf({"watch", "--count", "0"}), "--count: \"0\" is not a whole number from 1 (see qkinfo --help)");
+}
+
+TEST(CommandLine, OnlyWatchHasAnInterval) {
+    EXPECT_EQ(errorOf({"cpu", "--interval=1"}), "unexpected argument \"--interval=1\" (see qkinfo --help)");
+    EXPECT_EQ(errorOf({"watch", "--no-updates"}), "unexpected argument \"--no-updates\" (see qkinfo --help)");
+    EXPECT_EQ(errorOf({"watch", "cpu"}), "unexpected argument \"cpu\" (see qkinfo --help)");
+}
+
 TEST(CommandLine, HelpFitsIntoEightyColumns) {
-    for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{"--help"}, {"-h"}, {"report", "--help"}, {"os", "-h"}, {"updates", "--help"}}) {
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--help"},
+                                                      {"-h"},
+                                                      {"report", "--help"},
+                                                      {"os", "-h"},
+                                                      {"updates", "--help"},
+                                                      {"watch", "--help"}}) {
         const std::string text = std::get<PlainText>(parseCommandLine(arguments)).text;
         EXPECT_THAT(text, HasSubstr("Usage: qkinfo"));
         EXPECT_THAT(text, testing::EndsWith("\n"));
@@ -92,6 +139,7 @@ TEST(CommandLine, HelpFitsIntoEightyColumns) {
 TEST(CommandLine, HelpNamesEveryCommand) {
     const std::string text = std::get<PlainText>(parseCommandLine({"--help"})).text;
     EXPECT_THAT(text, HasSubstr("  report "));
+    EXPECT_THAT(text, HasSubstr("  watch "));
     for (const Command& command : commands()) {
         EXPECT_THAT(text, HasSubstr("  " + std::string(command.name) + " "));
         EXPECT_THAT(text, HasSubstr(std::string(command.summary)));

@@ -2,6 +2,7 @@
 #include "QKFoundation/platform/memory/Machine.h"
 #include "QKFoundation/platform/objects/NSException.h"
 
+#include "tests/tools/qkinfo/ManualClock.h"
 #include "tools/qkinfo/Commands.h"
 #include "tools/qkinfo/JsonRenderer.h"
 #include "tools/qkinfo/TextRenderer.h"
@@ -43,7 +44,7 @@ protected:
 
     [[nodiscard]] std::string textOf(std::string_view name) const { return renderText(std::vector{section(name)}, {}); }
 
-    [[nodiscard]] Surroundings surroundings() const { return {root_}; }
+    [[nodiscard]] Surroundings surroundings() const { return {root_, &clock_}; }
 
     void setListing(std::string_view text) { machine.taskLauncher.addProgram(kUpdateTool, NSData(text)); }
 
@@ -51,6 +52,7 @@ protected:
     std::filesystem::path root_;
 
 private:
+    mutable ManualClock clock_;
     ScopedMachine installed_{machine};
 };
 
@@ -183,6 +185,9 @@ TEST_F(Commands, OnlyTheUpdatesAskTheTool) {
 
 TEST_F(Commands, TextAndJsonShowTheSameFacts) {
     setListing("No new software available.\n");
+    machine.hostStatistics.addProcessorTicks({{1, 1, 1, 1}});
+    machine.hostStatistics.addMemoryStatistics({});
+    machine.kernel.setProcesses({});
     for (const Command& each : commands()) {
         const Section one = sectionOf(each, surroundings());
         const auto* facts = std::get_if<Facts>(&one.body.value());

@@ -156,4 +156,14 @@ RC_GTEST_PROP(DisplayText, HoldsNoControlWhateverTheBytes, (const std::string& b
     }
 }
 
+TEST(DisplayText, ClippingKeepsWholeCharacters) {
+    EXPECT_EQ(clipped(L"", 3), L"");
+    EXPECT_EQ(clipped(L"abc", 0), L"");
+    EXPECT_EQ(clipped(L"abc", 2), L"ab");
+    EXPECT_EQ(clipped(L"abc", 9), L"abc");
+    EXPECT_EQ(clipped(L"\u65e5\u672c", 3), L"\u65e5");
+    EXPECT_EQ(clipped(L"\u65e5", 1), L"");
+    EXPECT_EQ(clipped(L"e\u0301x", 1), L"e\u0301");
+}
+
 } // namespace qk::info

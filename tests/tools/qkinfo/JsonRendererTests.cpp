@@ -35,6 +35,9 @@ TEST(JsonRenderer, EveryKindIsRawAndInOrder) {
                                             {"count", "", Count{2}},
                                             {"memory_bytes", "", Bytes{UINT64_MAX}},
                                             {"frequency_mhz", "", Megahertz{2599}},
+                                            {"load_percent", "", Percent{12.25}},
+                                            {"interval_ms", "", Milliseconds{250}},
+                                            {"names", "", Names{"a", "b"}},
                                             {"a_time", "", Moment{1'714'551'753}},
                                             {"more", "", std::string("too"), Audience::Programs},
                                             {"less", "", std::string("not here"), Audience::People}}}});
@@ -45,6 +48,12 @@ TEST(JsonRenderer, EveryKindIsRawAndInOrder) {
                     "    \"count\": 2,\n"
                     "    \"memory_bytes\": 18446744073709551615,\n"
                     "    \"frequency_mhz\": 2599,\n"
+                    "    \"load_percent\": 12.25,\n"
+                    "    \"interval_ms\": 250,\n"
+                    "    \"names\": [\n"
+                    "      \"a\",\n"
+                    "      \"b\"\n"
+                    "    ],\n"
                     "    \"a_time\": \"2024-05-01T08:22:33Z\",\n"
                     "    \"more\": \"too\"\n"
                     "  }\n"
@@ -58,6 +67,18 @@ TEST(JsonRenderer, ListsAreArrays) {
     EXPECT_EQ(listOf({}), nlohmann::json::array());
     EXPECT_EQ(listOf({{{"name", "", std::string("a")}}, {{"name", "", std::nullopt}}}),
               nlohmann::json::parse(R"([{"name": "a"}, {"name": null}])"));
+}
+
+TEST(JsonRenderer, ListsAreWholeWhereTheTextStops) {
+    List list{{{{"name", "", std::string("a")}}, {{"name", "", std::string("b")}}}, "", "", ""};
+    list.mostForPeople = 1;
+    EXPECT_EQ(nlohmann::json::parse(render({{"updates", "", Body(list)}}))["updates"].size(), 2U);
+}
+
+TEST(JsonRenderer, ASampleIsOneLineWithItsTimeFirst) {
+    const std::vector<Section> sections{{"memory", "", Facts{{"used_bytes", "", Bytes{7}}}}, {"cpu", "", std::nullopt}};
+    EXPECT_EQ(renderJsonLine(Moment{1'714'551'753}, sections),
+              "{\"time\":\"2024-05-01T08:22:33Z\",\"memory\":{\"used_bytes\":7},\"cpu\":null}\n");
 }
 
 TEST(JsonRenderer, TextsAreEscapedToAsciiAndReadBackWhole) {

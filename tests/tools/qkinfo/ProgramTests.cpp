@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <sstream>
 
 namespace qk::info {
 
@@ -49,6 +50,8 @@ TEST(Program, FailsWithOneLineForACommandLineThatMakesNoSense) {
     expectFailure(workshop.run({"report", "--jsn"}), "\"--jsn\"");
     expectFailure(workshop.run({"a\nb\x1b[31m"}), "a b\\x1B[31m");
     expectFailure(workshop.run({"report", "--color=\xff"}), "is not auto, always or never");
+    expectFailure(workshop.run({"watch", "--interval=0.01"}), "is not a number from 0.1 to 3600");
+    expectFailure(workshop.run({"watch", "--count=0"}), "is not a whole number from 1");
 }
 
 TEST(Program, ReportHasASectionForEachSubject) {
@@ -57,6 +60,10 @@ TEST(Program, ReportHasASectionForEachSubject) {
     EXPECT_EQ(finished.error, "");
     EXPECT_THAT(finished.output, StartsWith("Operating system\n  "));
     EXPECT_THAT(finished.output, HasSubstr("\n\nHardware\n  "));
+    EXPECT_THAT(finished.output, HasSubstr("\n\nProcessor load\n  Measured over "));
+    EXPECT_THAT(finished.output, HasSubstr("\n\nMemory\n  Installed "));
+    EXPECT_THAT(finished.output, HasSubstr("\n\nVolumes\n  "));
+    EXPECT_THAT(finished.output, HasSubstr("\n\nProcesses\n  Processes "));
     EXPECT_THAT(finished.output, testing::EndsWith("\n\nUpdates\n  Up to date.\n"));
 }
 
@@ -80,6 +87,50 @@ TEST(Program, JsonHasAMemberForEachSection) {
     EXPECT_GT(report["hardware"]["memory_bytes"], 0);
     EXPECT_GT(report["hardware"]["logical_processors"], 0);
     EXPECT_EQ(report["updates"], json::array());
+}
+
+TEST(Program, TheLoadIsTold) {
+    const Workshop workshop;
+    const json load = json::parse(workshop.run({"cpu", "--json"}).output)["cpu"];
+    EXPECT_GE(load["interval_ms"], 250);
+    if (!load["total_percent"].is_null()) { // which it is where a clock tick takes longer
+        EXPECT_NEAR(load["total_percent"].get<double>() + load["idle_percent"].get<double>(), 100, 0.001);
+    }
+    EXPECT_GT(json::parse(workshop.run({"memory", "--json"}).output)["memory"]["used_bytes"], 0);
+    EXPECT_TRUE(json::parse(workshop.run({"volumes", "--json"}).output)["volumes"].is_array());
+    EXPECT_GT(json::parse(workshop.run({"processes", "--json"}).output)["processes"]["processes"], 0);
+}
+
+TEST(Program, WatchInAPipeIsALineASampleWithoutSequences) {
+    const Finished finished = Workshop().run({"watch", "--interval", "0.1", "--count=2", "--color=always"});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.error, "");
+    EXPECT_EQ(std::ranges::count(finished.output, '\n'), 2);
+    EXPECT_THAT(finished.output, HasSubstr("  memory "));
+    EXPECT_THAT(finished.output, testing::EndsWith(" inactive\n"));
+    EXPECT_THAT(finished.output, Not(HasSubstr("\x1b")));
+    EXPECT_THAT(finished.output, Not(HasSubstr("\r")));
+}
+
+TEST(Program, WatchInJsonIsAnObjectALine) {
+    const Finished finished = Workshop().run({"watch", "--interval=0.1", "--count", "3", "--json"});
+    std::istringstream lines(finished.output);
+    std::size_t count = 0;
+    for (std::string line; std::getline(lines, line); ++count) {
+        const json sample = json::parse(line);
+        EXPECT_TRUE(sample["time"].is_string());
+        EXPECT_GT(sample["cpu"]["interval_ms"], 0);
+        EXPECT_GT(sample["memory"]["used_bytes"], 0);
+        EXPECT_TRUE(sample["volumes"].is_array());
+        EXPECT_GT(sample["processes"]["processes"], 0);
+    }
+    EXPECT_EQ(count, 3U);
+}
+
+TEST(Program, WatchEndsWhenNobodyReads) {
+    const Finished finished = Workshop().run({"watch", "--interval=0.1"}, OutputPlace::NoReader);
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.error, "");
 }
 
 TEST(Program, ReportLeavesUpdatesOutWhenTold) {
@@ -129,8 +180,11 @@ TEST(Program, ColorComesWhenTold) {
 
 TEST(Program, OutputThatCannotBeWrittenIsAFailure) {
     const Workshop workshop;
-    for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{"os"}, {"report", "--json"}, {"--help"}, {"--version"}}) {
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"os"},
+                                                      {"report", "--json"},
+                                                      {"--help"},
+                                                      {"--version"},
+                                                      {"watch", "--interval=0.1"}}) {
         expectFailure(workshop.run(arguments, OutputPlace::Closed), "cannot write to standard output: ");
         expectFailure(workshop.run(arguments, OutputPlace::Full), "cannot write to standard output: ");
     }

@@ -1,40 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "tests/tools/qkinfo/ScopedTimeZone.h"
 #include "tools/qkinfo/Quantities.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdlib>
-#include <ctime>
 #include <limits>
 #include <string>
 
 namespace qk::info {
-
-namespace {
-
-/// A time zone for a scope, in the form that needs no files.
-class ScopedTimeZone {
-public:
-    explicit ScopedTimeZone(const char* zone) {
-        if (const char* before = std::getenv("TZ")) {
-            previous_ = before;
-        }
-        setenv("TZ", zone, 1);
-        tzset();
-    }
-    ScopedTimeZone(const ScopedTimeZone&) = delete;
-    ScopedTimeZone& operator=(const ScopedTimeZone&) = delete;
-    ~ScopedTimeZone() {
-        previous_.has_value() ? setenv("TZ", previous_->c_str(), 1) : unsetenv("TZ");
-        tzset();
-    }
-
-private:
-    std::optional<std::string> previous_;
-};
-
-} // namespace
 
 TEST(Quantities, BytesInTheUnitThatPeopleReadAndExactly) {
     struct Case {
@@ -118,6 +92,26 @@ TEST(Contents, BlankTextsAndZeroCountAsNotTold) {
     EXPECT_EQ(textContent(NSString(" a b \n")), std::optional<Content>(std::string("a b")));
     EXPECT_EQ(numberContent<Count>(0), std::nullopt);
     EXPECT_EQ(numberContent<Bytes>(7), std::optional<Content>(Bytes{7}));
+}
+
+TEST(Quantities, PercentagesHaveOneDecimal) {
+    EXPECT_EQ(percentText({0}), "0.0%");
+    EXPECT_EQ(percentText({12.349}), "12.3%");
+    EXPECT_EQ(percentText({99.96}), "100.0%");
+    EXPECT_EQ(percentText({-4.2}), "-4.2%");
+    EXPECT_EQ(percentText({1e300}), "1000000000.0%");
+}
+
+TEST(Quantities, SizesAreTheFirstHalfOfBytes) {
+    EXPECT_EQ(sizeText({0}), "0 bytes");
+    EXPECT_EQ(sizeText({25769803776}), "24.0 GiB");
+}
+
+TEST(Contents, SharesThatAreNoNumberCountAsNotTold) {
+    EXPECT_EQ(percentContent(std::numeric_limits<double>::quiet_NaN()), std::nullopt);
+    EXPECT_EQ(percentContent(std::numeric_limits<double>::infinity()), std::nullopt);
+    EXPECT_EQ(percentContent(0), std::optional<Content>(Percent{0}));
+    EXPECT_EQ(percentContent(-1), std::optional<Content>(Percent{-1}));
 }
 
 TEST(Contents, MomentsOutsideOfTheCalendarCountAsNotTold) {

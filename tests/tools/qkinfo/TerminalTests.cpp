@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/tools/qkinfo/Child.h"
+#include "tests/tools/qkinfo/OnTerminal.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
-#include <pty.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <csignal>
-#include <functional>
 
 namespace qk::info {
 
@@ -20,54 +18,6 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
-
-constexpr unsigned short kColumns = 60;
-
-/// The program on a terminal of its own.
-class OnTerminal {
-public:
-    OnTerminal(
-        const Workshop& workshop, const std::vector<std::string>& arguments,
-        const std::function<void()>& prepareChild = [] {}) {
-        winsize size{};
-        size.ws_row = 24;
-        size.ws_col = kColumns;
-        child_ = forkpty(&terminal_, nullptr, nullptr, &size);
-        if (child_ == 0) {
-            prepareChild();
-            workshop.become(arguments);
-        }
-    }
-    OnTerminal(const OnTerminal&) = delete;
-    OnTerminal& operator=(const OnTerminal&) = delete;
-    ~OnTerminal() { close(terminal_); }
-
-    void readUntil(std::string_view text) {
-        char character = 0;
-        while (shown_.find(text) == std::string::npos && read(terminal_, &character, 1) == 1) {
-            shown_ += character;
-        }
-    }
-
-    void type(char key) const { EXPECT_EQ(write(terminal_, &key, 1), 1); }
-
-    /// Everything that was shown, with the terminal's line ends.
-    Finished finish() {
-        char character = 0;
-        while (read(terminal_, &character, 1) == 1) {
-            shown_ += character;
-        }
-        Finished finished;
-        waitForChild(child_, finished);
-        finished.output = shown_;
-        return finished;
-    }
-
-private:
-    int terminal_ = -1;
-    pid_t child_ = -1;
-    std::string shown_;
-};
 
 /// An update tool that ends when it is told to.
 class HeldTool {
@@ -101,7 +51,7 @@ TEST(OnATerminal, TheReportIsColoredAndAsWideAsTheTerminal) {
         if (finished.output[index] == '\x1b') {
             index = finished.output.find('m', index);
         } else if (finished.output[index] == '\r') {
-            EXPECT_LE(columns, kColumns);
+            EXPECT_LE(columns, OnTerminal::kColumns);
             columns = 0;
         } else {
             ++columns;

@@ -61,14 +61,22 @@ TEST(TextRenderer, EveryKindHasItsWords) {
                              {"c", "No", false},
                              {"d", "Count", Count{2}},
                              {"e", "Bytes", Bytes{4096}},
-                             {"f", "Megahertz", Megahertz{800}}})}),
+                             {"f", "Megahertz", Megahertz{800}},
+                             {"g", "Percent", Percent{12.34}},
+                             {"h", "Time", Milliseconds{250}},
+                             {"i", "Names", Names{"a b", "c"}},
+                             {"j", "None", Names{}}})}),
               "Some\n"
               "  Text       two words\n"
               "  Yes        yes\n"
               "  No         no\n"
               "  Count      2\n"
               "  Bytes      4.0 KiB (4096 bytes)\n"
-              "  Megahertz  800 MHz\n");
+              "  Megahertz  800 MHz\n"
+              "  Percent    12.3%\n"
+              "  Time       250 ms\n"
+              "  Names      a b, c\n"
+              "  None       none\n");
 }
 
 TEST(TextRenderer, SectionsShareOneColumnOfValues) {
@@ -112,6 +120,26 @@ TEST(TextRenderer, AListIsATableWithItsCount) {
               "  a     1        10K           no\n"
               "  日本  2.0      not reported  no\n"
               "  2 updates.\n");
+}
+
+TEST(TextRenderer, ALongListStopsWhereItIsToldTo) {
+    List list{{}, "Up to date.", "update", "updates"};
+    for (const std::string name : {"a", "b", "c"}) {
+        list.records.push_back({{"name", "Name", name}});
+    }
+    const auto shown = [&](std::size_t most) {
+        list.mostForPeople = most;
+        return render({Section{"updates", "Updates", Body(list)}});
+    };
+    EXPECT_EQ(shown(4), "Updates\n  Name\n  a\n  b\n  c\n  3 updates.\n");
+    EXPECT_EQ(shown(3), shown(4));
+    EXPECT_EQ(shown(1), "Updates\n  Name\n  a\n  and 2 more: qkinfo updates\n");
+}
+
+TEST(TextRenderer, TablesHaveRoomForOneFormOfANumberOnly) {
+    EXPECT_EQ(render({Section{"volumes", "Volumes",
+                              Body(List{{{{"total_bytes", "Total", Bytes{4096}}}}, "", "volume", ""})}}),
+              "Volumes\n  Total\n  4.0 KiB\n  1 volume.\n");
 }
 
 TEST(TextRenderer, WideTablesWrapInsideTheirColumns) {
