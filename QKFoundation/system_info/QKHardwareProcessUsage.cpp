@@ -54,7 +54,7 @@ std::optional<NSString> pathOf(const platform::ProcessTable& table, std::int32_t
 
 std::optional<NSString> nameOf(const platform::ProcessTable& table, const extern_proc& process) {
     const std::string_view command(process.p_comm, sizeof process.p_comm);
-    const std::optional<NSString> name = NSString::fromUTF8(command.substr(0, command.find('\0')));
+    std::optional<NSString> name = NSString::fromUTF8(command.substr(0, command.find('\0')));
     if (const auto path = pathOf(table, process.p_pid)) {
         NSString executable = path->lastPathComponent();
         if (executable.length() > (name.has_value() ? name->length() : 0)) {
