@@ -25,7 +25,7 @@ struct QKHardwareRAMUsageData {
 
 /// `QKHardwareRAMUsage`: snapshots of the memory's use. No timer, no history.
 ///
-/// Linux: /proc/meminfo, "pswpout" of /proc/vmstat, and /sys/block/zram*/mm_stat.
+/// Linux: /proc/meminfo, "pswpout" of /proc/vmstat, and mm_stat of the zram devices that are swap (/proc/swaps).
 /// Threads: any, at the same time.
 class QK_EXPORT QKHardwareRAMUsage : public NSObject {
 public:
