@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/values/unicode/AVX512ShortUTF16.h"
 #include "QKFoundation/platform/values/unicode/AVX512UTF16.h"
+#include "QKFoundation/platform/values/unicode/AVX512UTF16ToUTF8.h"
 #include "QKFoundation/platform/values/unicode/AVX512UTF32.h"
 #include "QKFoundation/platform/values/unicode/AVX512UTF8.h"
 
