@@ -5,8 +5,8 @@
 
 #include <immintrin.h>
 
-/// From UTF-16 for processors with AVX-512 VBMI2: 32 units at a time, and a surrogate pair that
-/// is cut between two blocks carried over. UTF-8 comes out of lanes of four bytes, compressed to the bytes that count.
+/// From UTF-16 for processors with AVX-512 VBMI2: 32 units at a time, and a surrogate pair that is cut between two
+/// blocks carried over.
 namespace qk::unicode {
 namespace {
 
@@ -37,6 +37,24 @@ inline UTF16Block loadBlock(const char16_t* in, std::uint32_t there) {
     return block;
 }
 
+inline bool hasSurrogates(__m512i units) {
+    const __m512i prefix = _mm512_and_si512(units, _mm512_set1_epi16(-0x0800));
+    return _mm512_cmpeq_epi16_mask(prefix, _mm512_set1_epi16(-0x2800)) != 0;
+}
+inline __m256i loadHalf(const char16_t* in) {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(in));
+}
+
+/// Nothing but pairs, as in text of pictographs.
+inline bool isPairs(const UTF16Block& block) {
+    return block.highs == 0x55555555U;
+}
+/// Their characters.
+inline __m512i joinPairs(__m512i units) {
+    const __m512i bits = _mm512_and_si512(units, _mm512_set1_epi16(0x3FF));
+    return _mm512_add_epi32(_mm512_madd_epi16(bits, _mm512_set1_epi32(0x10400)), _mm512_set1_epi32(0x10000));
+}
+
 /// Half of a block, in lanes of 32 bits.
 struct UTF16Lanes {
     __m512i units;
@@ -59,113 +77,39 @@ inline UTF16Lanes lanesOf(const UTF16Block& block, const char16_t* in, unsigned 
     return lanes;
 }
 
-template <bool Room>
-inline std::size_t storeBytes(char* out, __m512i bytes, std::uint64_t keep) {
-    const __m512i packed = _mm512_maskz_compress_epi8(keep, bytes);
-    const std::size_t count = countOf(keep);
-    if constexpr (Room) {
-        _mm512_storeu_si512(out, packed);
-    } else {
-        _mm512_mask_storeu_epi8(out, _bzhi_u64(~std::uint64_t{0}, static_cast<unsigned>(count)), packed);
-    }
-    return count;
-}
-
 /// The writers take a block, or half a block, of input at `in`, store its form at `out` and return how much they wrote.
 /// With `Room` the block is whole and a full register may be stored.
-struct UTF8Writer {
-    using Out = char;
-    /// A register of 64 bytes is stored for 16 units, and they are sure of room for 48 bytes only.
-    static constexpr std::size_t kUnitsForRoom = 38;
-    /// What the first half of a pair writes.
-    static constexpr std::size_t kPerHighSurrogate = 2;
-    static constexpr bool kCopiesASCII = true;
-
-    template <bool Room>
-    static std::size_t writeBlock(const UTF16Block& block, const char16_t* in, char* out) {
-        const std::uint32_t wide = _mm512_cmpge_epu16_mask(block.units, _mm512_set1_epi16(0x80));
-        if (wide == 0) {
-            _mm256_mask_storeu_epi8(out, block.there, _mm512_cvtepi16_epi8(block.units));
-            return countOf(block.there);
-        }
-        if (_mm512_cmpge_epu16_mask(block.units, _mm512_set1_epi16(0x800)) == 0) {
-            return writeShort<Room>(block, wide, out);
-        }
-        const std::size_t first = writeLanes<Room>(lanesOf(block, in, 0), out);
-        if (!Room && block.there >> 16U == 0) {
-            return first;
-        }
-        return first + writeLanes<Room>(lanesOf(block, in + 16, 1), out + first);
-    }
-
-    /// Copies ASCII, 64 units at a time. Returns how many, all of which there are.
-    static std::size_t copyASCII(const char16_t* in, std::size_t length, char* out) {
-        const __m512i order = _mm512_set_epi64(7, 5, 3, 1, 6, 4, 2, 0);
-        std::size_t at = 0;
-        for (; length - at >= 64; at += 64) {
-            const __m512i low = _mm512_loadu_si512(in + at);
-            const __m512i high = _mm512_loadu_si512(in + at + 32);
-            if (_mm512_test_epi16_mask(_mm512_or_si512(low, high), _mm512_set1_epi16(-0x80)) != 0) {
-                break;
-            }
-            // Packing takes turns between the quarters of both.
-            _mm512_storeu_si512(out + at, _mm512_permutexvar_epi64(order, _mm512_packus_epi16(low, high)));
-        }
-        return at;
-    }
-
-    /// Units below 0x800, of which `wide` are not ASCII.
-    template <bool Room>
-    static std::size_t writeShort(const UTF16Block& block, std::uint32_t wide, char* out) {
-        const __m512i second = _mm512_slli_epi16(block.units, 8);
-        // (second & 3F00) | units >> 6: the lead comes first in memory.
-        const __m512i both =
-            _mm512_ternarylogic_epi64(second, _mm512_set1_epi16(0x3F00), _mm512_srli_epi16(block.units, 6), 0xEA);
-        const __m512i bytes = _mm512_mask_mov_epi16(second, wide, _mm512_or_si512(both, _mm512_set1_epi16(-0x7F40)));
-        return storeBytes<Room>(out, bytes,
-                                _pdep_u64(block.there, 0xAAAAAAAAAAAAAAAAU) | _pdep_u64(wide, 0x5555555555555555U));
-    }
-
-    /// Each lane becomes up to three bytes at its end. A high surrogate gives the first two bytes of its character, a
-    /// low one the last two.
-    template <bool Room>
-    static std::size_t writeLanes(const UTF16Lanes& lanes, char* out) {
-        const __mmask16 ascii = _mm512_cmplt_epu32_mask(lanes.units, _mm512_set1_epi32(0x80));
-        const __mmask16 two = _mm512_cmplt_epu32_mask(lanes.units, _mm512_set1_epi32(0x800));
-        __m512i headers = _mm512_mask_mov_epi32(header(0x8080E000), two, header(0x80C00000));
-        __m512i values = lanes.units;
-        if ((lanes.highs | lanes.lows) != 0) {
-            const __m512i bits = _mm512_and_si512(lanes.units, _mm512_set1_epi32(0x3FF));
-            // Bits 12 to 20 of the character; 0x40 are the 0x10000 that surrogates leave out.
-            const __m512i front = _mm512_srli_epi32(_mm512_add_epi32(bits, _mm512_set1_epi32(0x40)), 2);
-            const __m512i above = _mm512_and_si512(_mm512_slli_epi32(lanes.before, 10), _mm512_set1_epi32(0xC00));
-            values = _mm512_mask_mov_epi32(values, lanes.highs, front);
-            values = _mm512_mask_or_epi32(values, lanes.lows, bits, above);
-            headers = _mm512_mask_mov_epi32(headers, lanes.highs, header(0x80F00000));
-            headers = _mm512_mask_mov_epi32(headers, lanes.lows, header(0x80800000));
-        }
-        // Byte i of a lane gets the value from bit 12 (i = 1), 6 (2) or 0 (3) on.
-        const __m512i fields = _mm512_multishift_epi64_epi8(_mm512_set1_epi64(0x20262C0000060C00), values);
-        const __m512i wide = _mm512_ternarylogic_epi64(fields, _mm512_set1_epi32(0x3F3F0F00), headers, 0xEA);
-        const __m512i bytes = _mm512_mask_slli_epi32(wide, ascii, lanes.units, 24);
-        std::uint64_t keep = _mm512_movepi8_mask(bytes) | 0x8888888888888888U;
-        if constexpr (!Room) {
-            keep &= _pdep_u64(lanes.there, 0x1111111111111111U) * 0xF;
-        }
-        return storeBytes<Room>(out, bytes, keep);
-    }
-
-    static __m512i header(std::uint32_t bits) { return _mm512_set1_epi32(static_cast<int>(bits)); }
-};
-
 struct UTF32Writer {
     using Out = char32_t;
     static constexpr std::size_t kUnitsForRoom = 32;
     static constexpr std::size_t kPerHighSurrogate = 0;
-    static constexpr bool kCopiesASCII = false;
+    static constexpr bool kCopiesPlain = true;
+
+    /// Copies units that are no surrogates, 32 at a time. Returns how many, all of which there are.
+    static std::size_t copyPlain(const char16_t* in, std::size_t length, char32_t* out) {
+        // From the first line of the cache on: a store that crosses two takes twice as long.
+        const std::size_t start = (64 - reinterpret_cast<std::uintptr_t>(out) % 64) % 64 / sizeof(char32_t);
+        if (length < 16 + start || hasSurrogates(_mm512_zextsi256_si512(loadHalf(in)))) {
+            return 0;
+        }
+        _mm512_storeu_si512(out, _mm512_cvtepu16_epi32(loadHalf(in)));
+        std::size_t at = start;
+        for (; length - at >= 32; at += 32) {
+            if (hasSurrogates(_mm512_loadu_si512(in + at))) {
+                break;
+            }
+            _mm512_store_si512(out + at, _mm512_cvtepu16_epi32(loadHalf(in + at)));
+            _mm512_store_si512(out + at + 16, _mm512_cvtepu16_epi32(loadHalf(in + at + 16)));
+        }
+        return at;
+    }
 
     template <bool Room>
     static std::size_t writeBlock(const UTF16Block& block, const char16_t* in, char32_t* out) {
+        if (Room && isPairs(block)) {
+            _mm512_storeu_si512(out, joinPairs(block.units));
+            return 16;
+        }
         const std::size_t first = writeLanes<Room>(lanesOf(block, in, 0), out);
         if (!Room && block.there >> 16U == 0) {
             return first;
@@ -199,7 +143,7 @@ struct UTF16Counter {
     using Out = char;
     static constexpr std::size_t kUnitsForRoom = 32;
     static constexpr std::size_t kPerHighSurrogate = UTF8 ? 2 : 0;
-    static constexpr bool kCopiesASCII = false;
+    static constexpr bool kCopiesPlain = false;
 
     template <bool Room>
     static std::size_t writeBlock(const UTF16Block& block, const char16_t* /*in*/, const char* /*out*/) {
@@ -224,10 +168,10 @@ public:
             if (!convertBlock<true>(32)) {
                 return progress();
             }
-            if constexpr (Writer::kCopiesASCII) {
-                // Only ASCII takes as many bytes as units, if no pair is cut.
+            if constexpr (Writer::kCopiesPlain) {
+                // Units that take one place each, if no pair is cut: more of them may follow.
                 if (at_.written - before == 32 && cut_ == 0) {
-                    const std::size_t copied = Writer::copyASCII(in_ + at_.read, length - at_.read, out_ + at_.written);
+                    const std::size_t copied = Writer::copyPlain(in_ + at_.read, length - at_.read, out_ + at_.written);
                     at_ = {at_.read + copied, at_.written + copied};
                 }
             }

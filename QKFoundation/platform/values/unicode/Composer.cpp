@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/values/unicode/Composer.h"
 
+#include "QKFoundation/platform/values/unicode/FourUnits.h"
 #include "QKFoundation/platform/values/unicode/NormalizationData.h"
 #include "QKFoundation/platform/values/unicode/UTF16.h"
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <optional>
 #include <span>
 
@@ -20,7 +22,7 @@ std::uint32_t classOf(std::uint32_t entry) {
 }
 
 /// All characters below are boundaries, and none below `kFirstDecomposable` has a mark in it.
-constexpr char32_t kFirstMark = 0x300;
+constexpr char32_t kFirstMark = kFirstOfMarks;
 constexpr char32_t kFirstDecomposable = 0xC0;
 
 /// Composes segments that need neither decomposition nor sorting: a starter and marks in order, as almost all are.
@@ -50,6 +52,16 @@ public:
         flush();
         const std::size_t room = std::min({most, buffer_.size() - length_, in.size() - at});
         std::size_t count = 0;
+        while (count + kAtOnce < room) {
+            const FourUnits units = fourAt(in, at + count);
+            const std::size_t simple = unitsBeforeMark(units, fourAt(in, at + count + 1));
+            std::memcpy(buffer_.data() + length_, &units, sizeof units);
+            length_ += simple;
+            count += simple;
+            if (simple < kAtOnce) {
+                return count;
+            }
+        }
         while (count + 1 < room && in[at + count] < kFirstMark && in[at + count + 1] < kFirstMark) {
             buffer_[length_++] = in[at + count++];
         }

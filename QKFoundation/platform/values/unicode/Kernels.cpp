@@ -2,7 +2,6 @@
 #include "QKFoundation/platform/values/unicode/Kernels.h"
 
 #include <array>
-#include <atomic>
 
 namespace qk::unicode {
 namespace {
@@ -39,21 +38,14 @@ Supported detect() {
     return found;
 }
 
-/// Not a function-local static: this is read for every conversion of a short string, and all threads that find it empty
-/// compute the same answer.
-constinit std::atomic<const Kernels*> gBest{nullptr};
-
-const Kernels& resolve() {
-    const Kernels* best = detect().list.front();
-    gBest.store(best, std::memory_order_relaxed);
-    return *best;
-}
-
 } // namespace
 
-const Kernels& kernels() {
-    const Kernels* best = gBest.load(std::memory_order_relaxed);
-    return best != nullptr ? *best : resolve();
+constinit std::atomic<const Kernels*> internal::gBestKernels{nullptr};
+
+const Kernels& internal::resolveKernels() {
+    const Kernels* best = detect().list.front();
+    gBestKernels.store(best, std::memory_order_relaxed);
+    return *best;
 }
 
 std::span<const Kernels* const> supportedKernels() {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -41,8 +42,20 @@ struct Kernels {
     std::uint64_t (*unplain)(const char16_t* in, std::size_t length);
 };
 
+namespace internal {
+
+/// Not a function-local static: this is read for every conversion of a short string, and all threads that find it empty
+/// compute the same answer.
+[[gnu::visibility("hidden")]] extern constinit std::atomic<const Kernels*> gBestKernels;
+[[nodiscard, gnu::cold]] const Kernels& resolveKernels();
+
+} // namespace internal
+
 /// The best kernels that this processor can run.
-[[nodiscard]] const Kernels& kernels();
+[[nodiscard]] inline const Kernels& kernels() {
+    const Kernels* const best = internal::gBestKernels.load(std::memory_order_relaxed);
+    return best != nullptr ? *best : internal::resolveKernels();
+}
 
 /// All kernels that this processor can run, the best first; the last is the portable one.
 [[nodiscard]] std::span<const Kernels* const> supportedKernels();

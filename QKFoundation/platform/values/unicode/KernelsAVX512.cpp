@@ -1,14 +1,23 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/platform/values/unicode/AVX512ShortUTF16.h"
 #include "QKFoundation/platform/values/unicode/AVX512UTF16.h"
+#include "QKFoundation/platform/values/unicode/AVX512UTF16ToUTF8.h"
 #include "QKFoundation/platform/values/unicode/AVX512UTF32.h"
 #include "QKFoundation/platform/values/unicode/AVX512UTF8.h"
 
 namespace qk::unicode {
 namespace {
 
-Progress utf8ToUTF16(const char* in, std::size_t length, char16_t* out) {
+/// Out of line, as the others like it: what a long text takes in registers is not to be saved for a short one.
+[[gnu::noinline]] Progress longUTF8ToUTF16(const char* in, std::size_t length, char16_t* out) {
     const Progress at = readUTF8<true, true>(in, length, out);
     return at.read == length ? at : scalarUTF8ToUTF16<true>(in, length, out, at);
+}
+
+Progress utf8ToUTF16(const char* in, std::size_t length, char16_t* out) {
+    Progress at{length, 0};
+    return length <= kMostShort && shortUTF8ToUTF16(in, length, out, at.written) ? at
+                                                                                 : longUTF8ToUTF16(in, length, out);
 }
 
 Progress utf16LengthOfUTF8(const char* in, std::size_t length) {
@@ -16,13 +25,25 @@ Progress utf16LengthOfUTF8(const char* in, std::size_t length) {
     return at.read == length ? at : scalarUTF8ToUTF16<false>(in, length, nullptr, at);
 }
 
-std::size_t validUTF8ToUTF16(const char* in, std::size_t length, char16_t* out) {
+[[gnu::noinline]] std::size_t longValidUTF8ToUTF16(const char* in, std::size_t length, char16_t* out) {
     return readUTF8<false, true>(in, length, out).written;
 }
 
-Progress utf16ToUTF8(const char16_t* in, std::size_t length, char* out) {
+std::size_t validUTF8ToUTF16(const char* in, std::size_t length, char16_t* out) {
+    std::size_t written = 0;
+    return length <= kMostShort && shortUTF8ToUTF16(in, length, out, written) ? written
+                                                                              : longValidUTF8ToUTF16(in, length, out);
+}
+
+[[gnu::noinline]] Progress longUTF16ToUTF8(const char16_t* in, std::size_t length, char* out) {
     const Progress at = UTF16Reader<UTF8Writer>{in, out}.convert(length);
     return at.read == length ? at : scalarUTF16ToUTF8<true>(in, length, out, at);
+}
+
+Progress utf16ToUTF8(const char16_t* in, std::size_t length, char* out) {
+    Progress at{length, 0};
+    return length <= kMostShort && shortUTF16ToUTF8(in, length, out, at.written) ? at
+                                                                                 : longUTF16ToUTF8(in, length, out);
 }
 
 Progress utf8LengthOfUTF16(const char16_t* in, std::size_t length) {
@@ -30,9 +51,15 @@ Progress utf8LengthOfUTF16(const char16_t* in, std::size_t length) {
     return at.read == length ? at : scalarUTF16ToUTF8<false>(in, length, nullptr, at);
 }
 
-Progress utf16ToUTF32(const char16_t* in, std::size_t length, char32_t* out) {
+[[gnu::noinline]] Progress longUTF16ToUTF32(const char16_t* in, std::size_t length, char32_t* out) {
     const Progress at = UTF16Reader<UTF32Writer>{in, out}.convert(length);
     return at.read == length ? at : scalarUTF16ToUTF32<true>(in, length, out, at);
+}
+
+Progress utf16ToUTF32(const char16_t* in, std::size_t length, char32_t* out) {
+    Progress at{length, 0};
+    return length <= kMostShort && shortUTF16ToUTF32(in, length, out, at.written) ? at
+                                                                                  : longUTF16ToUTF32(in, length, out);
 }
 
 Progress utf32LengthOfUTF16(const char16_t* in, std::size_t length) {
@@ -40,9 +67,15 @@ Progress utf32LengthOfUTF16(const char16_t* in, std::size_t length) {
     return at.read == length ? at : scalarUTF16ToUTF32<false>(in, length, nullptr, at);
 }
 
-Progress utf32ToUTF16(const char32_t* in, std::size_t length, char16_t* out) {
+[[gnu::noinline]] Progress longUTF32ToUTF16(const char32_t* in, std::size_t length, char16_t* out) {
     const Progress at = readUTF32<true>(in, length, out);
     return at.read == length ? at : scalarUTF32ToUTF16<true>(in, length, out, at);
+}
+
+Progress utf32ToUTF16(const char32_t* in, std::size_t length, char16_t* out) {
+    Progress at{length, 0};
+    return length <= kMostShort && shortUTF32ToUTF16(in, length, out, at.written) ? at
+                                                                                  : longUTF32ToUTF16(in, length, out);
 }
 
 Progress utf16LengthOfUTF32(const char32_t* in, std::size_t length) {

@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <emmintrin.h>
+
 #include <cstddef>
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
-
 /// ASCII of 8 to 16 units, the usual key or name, without the way to a kernel. Two registers that may overlap hold it.
-/// Each returns whether it did the work: false for other lengths, other text, and other processors.
+/// Each returns whether it did the work: false for other lengths and other text.
 namespace qk::unicode {
-
-#if defined(__SSE2__)
+namespace {
 
 constexpr std::size_t kShortLeast = 8;
 constexpr std::size_t kShortMost = 16;
@@ -69,18 +66,5 @@ inline bool shortASCIIToUTF32(const char16_t* in, std::size_t length, char32_t* 
     return true;
 }
 
-#else
-
-inline bool shortASCIIToUTF16(const char* /*in*/, std::size_t /*length*/, char16_t* /*out*/) {
-    return false;
-}
-inline bool shortASCIIToUTF8(const char16_t* /*in*/, std::size_t /*length*/, char* /*out*/) {
-    return false;
-}
-inline bool shortASCIIToUTF32(const char16_t* /*in*/, std::size_t /*length*/, char32_t* /*out*/) {
-    return false;
-}
-
-#endif
-
+} // namespace
 } // namespace qk::unicode

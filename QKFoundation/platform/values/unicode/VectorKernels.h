@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "QKFoundation/platform/values/unicode/ShortASCII.h"
 #include "QKFoundation/platform/values/unicode/VectorUTF16.h"
 #include "QKFoundation/platform/values/unicode/VectorUTF8.h"
 
@@ -9,7 +10,7 @@ namespace qk::unicode {
 namespace {
 
 inline Progress utf8ToUTF16(const char* in, std::size_t length, char16_t* out) {
-    return readUTF8<true, true>(in, length, out);
+    return shortASCIIToUTF16(in, length, out) ? Progress{length, length} : readUTF8<true, true>(in, length, out);
 }
 
 inline Progress utf16LengthOfUTF8(const char* in, std::size_t length) {
@@ -17,11 +18,13 @@ inline Progress utf16LengthOfUTF8(const char* in, std::size_t length) {
 }
 
 inline std::size_t validUTF8ToUTF16(const char* in, std::size_t length, char16_t* out) {
-    return readUTF8<false, true>(in, length, out).written;
+    return shortASCIIToUTF16(in, length, out) ? length : readUTF8<false, true>(in, length, out).written;
 }
 
 inline Progress utf16ToUTF8(const char16_t* in, std::size_t length, char* out) {
-    return scalarUTF16ToUTF8<true>(in, length, out, readUTF16<UTF8Writer>(in, length, out));
+    return shortASCIIToUTF8(in, length, out)
+               ? Progress{length, length}
+               : scalarUTF16ToUTF8<true>(in, length, out, readUTF16<UTF8Writer>(in, length, out));
 }
 
 inline Progress utf8LengthOfUTF16(const char16_t* in, std::size_t length) {
@@ -29,7 +32,9 @@ inline Progress utf8LengthOfUTF16(const char16_t* in, std::size_t length) {
 }
 
 inline Progress utf16ToUTF32(const char16_t* in, std::size_t length, char32_t* out) {
-    return scalarUTF16ToUTF32<true>(in, length, out, readUTF16<UTF32Writer>(in, length, out));
+    return shortASCIIToUTF32(in, length, out)
+               ? Progress{length, length}
+               : scalarUTF16ToUTF32<true>(in, length, out, readUTF16<UTF32Writer>(in, length, out));
 }
 
 inline Progress utf32LengthOfUTF16(const char16_t* in, std::size_t length) {

@@ -10,7 +10,8 @@ list(APPEND QK_UNICODE_SOURCES
 
 # One file per level of the processor, each compiled for it and called only where Kernels.cpp finds it.
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|amd64)$")
-  list(APPEND QK_UNICODE_SOURCES unicode/KernelsAVX2.cpp unicode/KernelsAVX512.cpp unicode/KernelsSSE41.cpp)
+  list(APPEND QK_UNICODE_SOURCES unicode/KernelsAVX2.cpp unicode/KernelsAVX512.cpp unicode/KernelsSSE41.cpp
+    unicode/ShortConstants.cpp)
   set_source_files_properties(unicode/KernelsSSE41.cpp PROPERTIES COMPILE_OPTIONS "-msse4.1;-mpopcnt")
   set_source_files_properties(unicode/KernelsAVX2.cpp PROPERTIES COMPILE_OPTIONS "-mavx2;-mbmi;-mbmi2;-mpopcnt")
   set(qk_avx512_flags

@@ -10,6 +10,7 @@ namespace qk::unicode::testing {
 namespace {
 
 constexpr std::size_t kMaxLength = 700;
+constexpr std::size_t kMaxShort = 19;
 constexpr std::array kScripts{Script::ascii, Script::latin, Script::cjk, Script::emoji, Script::mixed};
 
 /// Each test runs once for each kernel that this processor has.
@@ -74,9 +75,22 @@ protected:
     }
 
     std::size_t anyLength() { return std::uniform_int_distribution<std::size_t>{0, kMaxLength / 4}(random_); }
+
+    /// A text that a kernel may take a way of its own for, of units from the edges of their classes.
+    template <typename Char, std::size_t Count>
+    std::basic_string<Char> anyShortText(const std::array<Char, Count>& edges) {
+        std::basic_string<Char> text(std::uniform_int_distribution<std::size_t>{0, kMaxShort}(random_), Char{});
+        for (Char& unit : text) {
+            unit = edges[anyIndex(Count)];
+        }
+        return text;
+    }
+
     std::size_t anyIndex(std::size_t size) { return std::uniform_int_distribution<std::size_t>{0, size - 1}(random_); }
 
     std::mt19937_64 random_{seed()};
+    std::u16string wanted_ = std::u16string(16, u'\0');
+    std::u16string had_ = std::u16string(16, u'\0');
 
 private:
     Fenced in_{kMaxLength * 8};
@@ -155,6 +169,51 @@ TEST_P(EveryKernel, AgreesOnArbitraryBytes) {
             byte = static_cast<char>(random_() & mask);
         }
         ASSERT_NO_FATAL_FAILURE(compareUTF8(text));
+    }
+}
+
+TEST_P(EveryKernel, ConvertsShortTextOfEveryLength) {
+    for (std::size_t length = 0; length <= kMaxShort; ++length) {
+        for (const Script script : kScripts) {
+            for (int round = 0; round < 100; ++round) {
+                const std::u32string text = anyText(script, length, random_);
+                ASSERT_NO_FATAL_FAILURE(compareUTF8(toUTF8(text)));
+                ASSERT_NO_FATAL_FAILURE(compareUTF16(toUTF16(text)));
+                ASSERT_NO_FATAL_FAILURE(compareUTF32(text));
+            }
+        }
+    }
+}
+
+TEST_P(EveryKernel, AgreesOnShortTextFromTheEdgesOfTheClasses) {
+    constexpr std::array kBytes{'\x00', '\x41', '\x7F', '\x80', '\x8F', '\x90', '\x9F', '\xA0', '\xBF', '\xC0', '\xC1',
+                                '\xC2', '\xDF', '\xE0', '\xEC', '\xED', '\xEF', '\xF0', '\xF3', '\xF4', '\xF5', '\xFF'};
+    constexpr std::array<char16_t, 12> kUnits{0x00,   0x7F,   0x80,   0x7FF,  0x800,  0xD7FF,
+                                              0xD800, 0xDBFF, 0xDC00, 0xDFFF, 0xE000, 0xFFFF};
+    constexpr std::array<char32_t, 10> kValues{0x41,   0xD7FF,  0xD800,   0xDFFF,   0xE000,
+                                               0xFFFF, 0x10000, 0x10FFFF, 0x110000, 0xFFFFFFFF};
+    for (int round = 0; round < 20000; ++round) {
+        ASSERT_NO_FATAL_FAILURE(compareUTF8(anyShortText(kBytes)));
+        ASSERT_NO_FATAL_FAILURE(compareUTF16(anyShortText(kUnits)));
+        ASSERT_NO_FATAL_FAILURE(compareUTF32(anyShortText(kValues)));
+    }
+}
+
+TEST_P(EveryKernel, AgreesOnEverySequenceOfThreeBytesAndOneMore) {
+    // What decides whether a sequence is well-formed is in its first two bytes; the others are continuations or not.
+    std::string text(8, 'a');
+    for (unsigned lead = 0x80; lead < 0x100; ++lead) {
+        for (unsigned second = 0x00; second < 0x100; ++second) {
+            for (const char third : {'a', '\x80', '\xBF', '\xC3'}) {
+                for (const char fourth : {'a', '\x80', '\xBF', '\xC3'}) {
+                    text.replace(2, 4, {static_cast<char>(lead), static_cast<char>(second), third, fourth});
+                    const Progress want = kScalarKernels.utf8ToUTF16(text.data(), text.size(), wanted_.data());
+                    const Progress have = kernel().utf8ToUTF16(text.data(), text.size(), had_.data());
+                    ASSERT_EQ(want.read, have.read);
+                    ASSERT_EQ(wanted_.substr(0, want.written), had_.substr(0, have.written));
+                }
+            }
+        }
     }
 }
 
