@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/linux/LinuxServices.h"
 
+#include "QKFoundation/platform/linux/LinuxCrypto.h"
 #include "QKFoundation/platform/linux/LinuxFileManager.h"
 #include "QKFoundation/platform/linux/LinuxHost.h"
 #include "QKFoundation/platform/linux/LinuxHostStatistics.h"
 #include "QKFoundation/platform/linux/LinuxKernel.h"
 #include "QKFoundation/platform/linux/LinuxProcessInfo.h"
 #include "QKFoundation/platform/linux/LinuxProcessTable.h"
+#include "QKFoundation/platform/linux/LinuxPropertyLists.h"
 #include "QKFoundation/platform/linux/LinuxSystemConfiguration.h"
 #include "QKFoundation/platform/linux/LinuxTaskLauncher.h"
 #include "QKFoundation/platform/linux/UpdateTool.h"
@@ -28,6 +30,7 @@ std::vector<ProgramSubstitute> substitutes() {
 } // namespace
 
 Services makeLinuxServices(const LinuxRoot& root) {
+    Codecs codecs = makeHostCodecs();
     return {.kernel = std::make_shared<LinuxKernel>(root),
             .processInfo = std::make_shared<LinuxProcessInfo>(root),
             .host = std::make_shared<LinuxHost>(root),
@@ -35,11 +38,17 @@ Services makeLinuxServices(const LinuxRoot& root) {
             .taskLauncher = std::make_shared<LinuxTaskLauncher>(substitutes()),
             .fileManager = std::make_shared<LinuxFileManager>(root),
             .hostStatistics = std::make_shared<LinuxHostStatistics>(root),
-            .processTable = std::make_shared<LinuxProcessTable>(root)};
+            .processTable = std::make_shared<LinuxProcessTable>(root),
+            .propertyLists = std::move(codecs.propertyLists),
+            .crypto = std::move(codecs.crypto)};
 }
 
 std::shared_ptr<const Services> makeHostServices() {
     return std::make_shared<const Services>(makeLinuxServices());
+}
+
+Codecs makeHostCodecs() {
+    return {std::make_shared<LinuxPropertyLists>(), std::make_shared<LinuxCrypto>()};
 }
 
 } // namespace qk::platform

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/platform/memory/MemoryCodecs.h"
+
+namespace qk::platform::memory {
+
+std::optional<Value> TextPropertyLists::propertyListWithData(const NSData& /*data*/,
+                                                             NSPropertyListMutabilityOptions /*options*/) const {
+    return std::nullopt;
+}
+
+std::optional<NSData> TextPropertyLists::dataWithPropertyList(const Value& /*value*/,
+                                                              NSPropertyListFormat /*format*/) const {
+    return std::nullopt;
+}
+
+std::optional<CommonCrypto::SHA1Digest> NoCrypto::SHA1(std::span<const std::byte> /*bytes*/) const {
+    return std::nullopt;
+}
+
+} // namespace qk::platform::memory
