@@ -39,6 +39,11 @@ Services makeLinuxServices(const LinuxRoot& root) {
             .fileManager = std::make_shared<LinuxFileManager>(root),
             .hostStatistics = std::make_shared<LinuxHostStatistics>(root),
             .processTable = std::make_shared<LinuxProcessTable>(root),
+            .clock = nullptr,
+            .locale = nullptr,
+            .timeZones = nullptr,
+            .uniformTypes = nullptr,
+            .launchServices = nullptr,
             .propertyLists = std::move(codecs.propertyLists),
             .crypto = std::move(codecs.crypto)};
 }
