@@ -3,6 +3,7 @@
 
 #include "tools/qkinfo/Commands.h"
 #include "tools/qkinfo/Terminal.h"
+#include "tools/qkinfo/commands/Translate.h"
 #include "tools/qkinfo/watch/WatchLoop.h"
 
 #include <string>
@@ -26,6 +27,12 @@ struct WatchInvocation {
     ColorChoice color = ColorChoice::Auto;
 };
 
+/// The command line asks for a text of an application.
+struct TranslateInvocation {
+    TranslateOptions options;
+    bool json = false;
+};
+
 /// The command line asks for a text that is known: the help, or the version.
 struct PlainText {
     std::string text;
@@ -36,7 +43,7 @@ struct UsageError {
     std::string message;
 };
 
-using ParsedCommandLine = std::variant<Invocation, WatchInvocation, PlainText, UsageError>;
+using ParsedCommandLine = std::variant<Invocation, WatchInvocation, TranslateInvocation, PlainText, UsageError>;
 
 /// `arguments` are those behind the program's name, in the encoding that they came in.
 [[nodiscard]] ParsedCommandLine parseCommandLine(const std::vector<std::string>& arguments);

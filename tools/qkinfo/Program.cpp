@@ -78,6 +78,14 @@ int answer(const Invocation& invocation, const Surroundings& surroundings) {
         sections, {output.width, usesColor(invocation.color, output, noColor), surroundings.clock->moment()}));
 }
 
+int answer(const TranslateInvocation& invocation) {
+    const Translated translated = translate(invocation.options);
+    if (invocation.json) {
+        return print(renderJson(std::vector{sectionOf(translated)}));
+    }
+    return print(displayLines(wellFormedUTF8(translated.text)) + "\n");
+}
+
 } // namespace
 
 int runProgram(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
@@ -91,6 +99,9 @@ int runProgram(const std::vector<std::string>& arguments, const Surroundings& su
         }
         if (const auto* watching = std::get_if<WatchInvocation>(&parsed)) {
             return outcomeOfPrinting(watch(watching->options, watching->json, watching->color, *surroundings.clock));
+        }
+        if (const auto* translating = std::get_if<TranslateInvocation>(&parsed)) {
+            return answer(*translating);
         }
         return answer(std::get<Invocation>(parsed), surroundings);
     } catch (const NSException& exception) {
