@@ -108,4 +108,12 @@ TEST_F(Translate, TakesTheLanguageThatTheUserPrefers) {
     expectText({"cancel"}, "Abbrechen");
 }
 
+TEST_F(Translate, AUserWithoutPreferenceReadsTheBundlesOwnTable) {
+    workshop.setVariable("LANGUAGE=");
+    workshop.setVariable("LC_ALL=C");
+    expectText({"ready"}, "READY");
+    expectText({"cancel"}, "Cancel");
+    EXPECT_EQ(json::parse(run({"ready", "--json"}).output)["translate"]["language"], json());
+}
+
 } // namespace qk::info
