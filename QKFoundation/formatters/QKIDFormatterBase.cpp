@@ -221,7 +221,8 @@ bool QKIDFormatterBase::isPartialStringValid(NSString& partialString, NSRange& p
         location += edit.neededNow - edit.needed;
     }
     proposedSelectedRange.location = std::min<std::uint64_t>(location, formatted.length());
-    partialString = formatted;
+    const bool isTheSame = formatted.storage() == partialString.storage(); // by an override, or a prefix alone
+    partialString = isTheSame ? NSString(formatted.units()) : formatted;
     return false;
 }
 

@@ -95,8 +95,8 @@ public:
                         std::optional<NSString>& errorDescription) const override;
 
     /// Formats an edit: `partialString` becomes the identifier in it, and the location of `proposedSelectedRange` is
-    /// moved along; its length stays. False, which makes the field show both, but for an empty text: clearing the field
-    /// is accepted as it is. Never says why in `errorDescription`.
+    /// moved along; its length stays. False with another storage, also for an equal text, which makes the field show
+    /// both; but for an empty text: clearing the field is accepted as it is. Never says why in `errorDescription`.
     ///
     /// Deliberate: the location is computed in unsigned numbers, so a caret that would leave the text to the left ends
     /// up at its right end; and it is moved for a new separator also when that lies behind it.

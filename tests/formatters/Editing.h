@@ -72,16 +72,13 @@ struct Field {
         const NSString proposed =
             text.substringToIndex(range.location) + typed + text.substringFromIndex(range.location + range.length);
         const Judged judged = judge(formatter, proposed, {range.location + typed.length(), 0}, text, range);
-        // Without a corrected text the refusal stands, and the field stays as it was.
-        const bool isShown = judged.isValid || judged.text != proposed || showsCorrections;
-        if (isShown) {
+        // Where the text was not replaced, the refusal stands, and the field stays as it was.
+        if (judged.isValid || judged.text.storage() != proposed.storage()) {
             text = judged.text;
             selection = judged.selection;
         }
         return judged.isValid;
     }
-
-    bool showsCorrections = true; // false for the formatters that only refuse
 };
 
 } // namespace qk

@@ -72,6 +72,8 @@ void checkAnswer(const Subject& subject, const NSString& proposed, const Judged&
         return;
     }
     RC_ASSERT(!judged.isValid);
+    const bool isReplaced = judged.text.storage() != proposed.storage();
+    RC_ASSERT(isReplaced);
     RC_ASSERT(CaretModel::digits(judged.text.units()) ==
               CaretModel::digits(proposed.units()).substr(0, subject.model.longest));
     RC_ASSERT(subject.formatter->validateID(judged.text) == judged.text);
@@ -171,7 +173,6 @@ RC_GTEST_PROP(IDFormatters, BackspaceAtTheEndTakesOneDigitOrOneSeparator, ()) {
 RC_GTEST_PROP(NumberFormatters, ShowDigitsAloneAfterAnySession, ()) {
     const auto formatter = QKTFAFormatter::initWithCoder(NSCoder());
     Field field;
-    field.showsCorrections = false;
     for (int edit = *rc::gen::inRange(0, 60); edit > 0; --edit) {
         const NSString before = field.text;
         const NSRange replaced = anyRangeIn(field.text);

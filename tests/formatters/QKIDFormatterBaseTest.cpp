@@ -246,6 +246,17 @@ TEST(QKIDFormatterBase, EditOfTheOriginalItselfIsTakenAsItWas) {
     EXPECT_EQ(error, std::nullopt);
 }
 
+TEST(QKIDFormatterBase, EqualTextIsReplacedAllTheSame) {
+    class Lazy : public Choosable {
+    public:
+        NSString validateID(const NSString& input) const override { return input; }
+    };
+    const NSString proposed = "1 234";
+    EXPECT_EQ(judge(*Choosable::init(), proposed, {2, 0}, "1 23", {2, 0}).text, proposed);
+    EXPECT_NE(judge(*Choosable::init(), proposed, {2, 0}, "1 23", {2, 0}).text.storage(), proposed.storage());
+    EXPECT_NE(judge(*QKIDFormatterBase::init<Lazy>(), proposed, {2, 0}, "", {}).text.storage(), proposed.storage());
+}
+
 TEST(QKIDFormatterBase, ValueOfAFieldIsItsText) {
     const auto formatter = Choosable::init();
     EXPECT_EQ(formatter->stringForObjectValue(std::nullopt), std::nullopt);
