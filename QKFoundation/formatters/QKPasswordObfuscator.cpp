@@ -14,6 +14,16 @@ constexpr char kDisplayPassword[] = "displayPassword";
 constexpr char kPrivatePassword[] = "privatePassword";
 constexpr auto kOldAndNew = NSKeyValueObservingOptions::New | NSKeyValueObservingOptions::Old;
 
+// The keys as strings, made once: they are asked for with every character that is typed.
+const NSString& displayPasswordKey() {
+    static const NSString& key = *new NSString(kDisplayPassword);
+    return key;
+}
+const NSString& privatePasswordKey() {
+    static const NSString& key = *new NSString(kPrivatePassword);
+    return key;
+}
+
 // In a destructor: a host may have taken the observation away already.
 void stopObservingOneself(NSObject& object, const NSString& key) noexcept {
     try {
@@ -57,14 +67,14 @@ QKPasswordObfuscator::passwordObfuscatorWithPrivatePassword(const std::optional<
 }
 
 void QKPasswordObfuscator::setUp() {
-    addObserver(*this, kDisplayPassword, kOldAndNew);
-    addObserver(*this, kPrivatePassword, kOldAndNew);
+    addObserver(*this, displayPasswordKey(), kOldAndNew);
+    addObserver(*this, privatePasswordKey(), kOldAndNew);
     setPrivatePassword("");
 }
 
 QKPasswordObfuscator::~QKPasswordObfuscator() {
-    stopObservingOneself(*this, kDisplayPassword);
-    stopObservingOneself(*this, kPrivatePassword);
+    stopObservingOneself(*this, displayPasswordKey());
+    stopObservingOneself(*this, privatePasswordKey());
 }
 
 void QKPasswordObfuscator::setDisplayPassword(std::optional<NSString> password) {
@@ -94,23 +104,23 @@ std::size_t QKPasswordObfuscator::hash() const {
 
 void QKPasswordObfuscator::observeValueForKeyPath(const NSString& keyPath, NSObject& /*ofObject*/,
                                                   const NSDictionary& /*change*/, void* /*context*/) {
-    if (keyPath == kDisplayPassword) {
+    if (keyPath == displayPasswordKey()) {
         setPrivatePassword(displayPassword_);
-    } else if (keyPath == kPrivatePassword) {
+    } else if (keyPath == privatePasswordKey()) {
         showAsterisks();
     }
 }
 
 void QKPasswordObfuscator::showAsterisks() {
     // The asterisks are shown without becoming the password themselves.
-    removeObserver(*this, kDisplayPassword);
+    removeObserver(*this, displayPasswordKey());
     try {
         setDisplayPassword(obfuscatedPasswordWithLength(privatePassword_.has_value() ? privatePassword_->length() : 0));
     } catch (...) { // another observer's; this object goes on observing itself all the same
-        addObserver(*this, kDisplayPassword, kOldAndNew);
+        addObserver(*this, displayPasswordKey(), kOldAndNew);
         throw;
     }
-    addObserver(*this, kDisplayPassword, kOldAndNew);
+    addObserver(*this, displayPasswordKey(), kOldAndNew);
 }
 
 } // namespace qk
