@@ -24,6 +24,8 @@ constexpr const char* kFooter = "A fact that the system does not tell is shown a
 constexpr std::string_view kReport = "report";
 constexpr std::string_view kWatch = "watch";
 constexpr std::string_view kTranslate = "translate";
+constexpr std::string_view kFormat = "format";
+constexpr std::string_view kField = "field";
 
 constexpr const char* kVersionLine = "qkinfo " QKINFO_VERSION;
 
@@ -88,10 +90,12 @@ public:
         }
         addWatch();
         addTranslate();
+        addFormat();
+        addField();
     }
 
     void parse(const std::vector<std::string>& arguments) {
-        const bool takesTexts = !arguments.empty() && arguments.front() == kTranslate;
+        const bool takesTexts = !arguments.empty() && (arguments.front() == kTranslate || arguments.front() == kFormat);
         std::vector<std::string> reversed = takesTexts ? marked(arguments) : arguments;
         std::ranges::reverse(reversed);
         app_.parse(reversed);
@@ -123,6 +127,14 @@ public:
             }
             std::ranges::for_each(invocation.options.arguments, unmark);
             return invocation;
+        }
+        if (chosen == kFormat) {
+            FormatInvocation invocation{{fieldKindNamed(fieldKind_), texts_}, json_};
+            std::ranges::for_each(invocation.options.texts, unmark);
+            return invocation;
+        }
+        if (chosen == kField) {
+            return FieldInvocation{fieldKindNamed(fieldKind_)};
         }
         Invocation invocation{{}, chosen == kReport, json_, color_};
         for (const Command& command : commands()) {
@@ -171,6 +183,38 @@ private:
         translate.add_option("ARG", translate_.arguments, "What stands for %1%, %2%, ... in the text")->type_name("");
     }
 
+    void addFormat() {
+        CLI::App& format = addPlainCommand(std::string(kFormat), "What a field of the application makes of a text");
+        addFieldKind(format);
+        format.add_option("TEXT", texts_, "What is pasted into the empty field")
+            ->type_name("")
+            ->required()
+            ->check([](const std::string& text) {
+                return NSString::fromUTF8(text).has_value() ? "" : "\"" + text + "\" is not UTF-8";
+            });
+    }
+
+    void addField() {
+        CLI::App& field = *app_.add_subcommand(std::string(kField), "A field of the application to type into");
+        field.group("Commands");
+        field.footer("");
+        addFieldKind(field);
+    }
+
+    void addFieldKind(CLI::App& command) {
+        std::string names;
+        for (const FieldKind& kind : fieldKinds()) {
+            const bool isLast = kind.name == fieldKinds().back().name;
+            names.append(names.empty() ? "" : isLast ? " or " : ", ").append(kind.name);
+        }
+        command.add_option("KIND", fieldKind_, "The kind of field: " + names)
+            ->type_name("")
+            ->required()
+            ->check([names](const std::string& name) {
+                return fieldKindNamed(name) != nullptr ? "" : "\"" + name + "\" is not " + names;
+            });
+    }
+
     CLI::App& addPlainCommand(const std::string& name, const std::string& summary) {
         CLI::App& command = *app_.add_subcommand(name, summary);
         command.group("Commands");
@@ -200,6 +244,8 @@ private:
     bool noUpdates_ = false;
     WatchOptions watch_;
     TranslateOptions translate_;
+    std::string fieldKind_;
+    std::vector<std::string> texts_;
     ColorChoice color_ = ColorChoice::Auto;
 };
 
@@ -211,8 +257,8 @@ UsageError unexpectedArgument(const std::vector<std::string>& arguments, const s
     const auto isOption = [](const std::string& argument) { return argument.starts_with('-'); };
     const auto first = std::ranges::find_if_not(arguments, isOption);
     const auto isCommand = [](const std::string& argument) {
-        return argument == kReport || argument == kWatch || argument == kTranslate ||
-               std::ranges::count(commands(), argument, &Command::name) > 0;
+        return argument == kReport || argument == kWatch || argument == kTranslate || argument == kFormat ||
+               argument == kField || std::ranges::count(commands(), argument, &Command::name) > 0;
     };
     if (first != arguments.end() && !isCommand(*first)) {
         return usageError("there is no command \"" + *first + "\"");
