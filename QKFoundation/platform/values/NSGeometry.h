@@ -5,6 +5,7 @@
 /* Points, sizes and rectangles, in 64-bit floating-point numbers; the origin is at the lower left, y grows upwards.
  * Plain structures that C, C++ and foreign-function interfaces share. */
 
+/* NOLINTBEGIN(modernize-use-using): C reads this header too */
 typedef struct CGPoint {
     double x;
     double y;
@@ -23,5 +24,6 @@ typedef struct CGRect {
 typedef CGPoint NSPoint;
 typedef CGSize NSSize;
 typedef CGRect NSRect;
+/* NOLINTEND(modernize-use-using) */
 
 #endif
