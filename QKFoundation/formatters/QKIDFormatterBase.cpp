@@ -134,7 +134,7 @@ NSString QKIDFormatterBase::validateID(const NSString& input) const {
 }
 
 NSString QKIDFormatterBase::formattedID(const NSString& input, SeparatorPlaces places) const {
-    const NSString prefix = baseIDString();
+    NSString prefix = baseIDString();
     if (!nonIDCharacterSet_.has_value()) {
         return prefix;
     }

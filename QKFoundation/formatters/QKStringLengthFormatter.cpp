@@ -63,8 +63,10 @@ void QKStringLengthFormatter::setOverflowLabel(std::optional<NSString> label) {
 
 std::optional<NSString> QKStringLengthFormatter::stringForObjectValue(const std::optional<Value>& objectValue) const {
     auto text = objectValue.has_value() ? textOf(*objectValue) : std::nullopt;
-    // Nothing has the length 0, which is within every limit.
-    return !text.has_value() || text->length() <= maxLength_ ? std::move(text) : overflowLabel_;
+    if (text.has_value() && text->length() > maxLength_) { // nothing is within every limit
+        return overflowLabel_;
+    }
+    return text;
 }
 
 bool QKStringLengthFormatter::getObjectValue(std::optional<Value>& objectValue, const NSString& forString,
