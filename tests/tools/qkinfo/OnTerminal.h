@@ -4,7 +4,6 @@
 #include "tests/tools/qkinfo/Child.h"
 
 #include <sys/types.h>
-#include <termios.h>
 
 #include <functional>
 #include <string>
@@ -14,6 +13,9 @@
 namespace qk::info {
 
 /// The program on a terminal of its own.
+///
+/// It is started by a process in between, whose session the terminal belongs to: when such a process ends, what was
+/// written last can get lost.
 class OnTerminal {
 public:
     static constexpr unsigned short kColumns = 60;
@@ -40,9 +42,6 @@ public:
     /// Whether the terminal shows what is typed, and hands it out in lines.
     [[nodiscard]] bool isInLineMode() const;
 
-    /// What is said of the terminal now: its modes and special keys.
-    [[nodiscard]] termios mode() const;
-
     /// Everything that was shown, with the terminal's line ends.
     Finished finish();
 
@@ -50,6 +49,8 @@ private:
     bool readOne();
 
     int terminal_ = -1;
+    int starter_ = -1; // a socket to the process in between
+    pid_t starterChild_ = -1;
     pid_t child_ = -1;
     std::string shown_;
 };
