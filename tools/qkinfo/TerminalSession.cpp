@@ -102,8 +102,7 @@ TerminalEvent TerminalSession::wait(int other, std::optional<std::chrono::millis
             interrupt();
         }
         if (waiting[1].revents != 0) {
-            handleSignal();
-            return TerminalEvent::Redraw;
+            return handleSignal();
         }
         if (waiting[2].revents != 0) {
             return TerminalEvent::Other;
@@ -123,10 +122,10 @@ std::string TerminalSession::readKeys() {
     return keys;
 }
 
-void TerminalSession::handleSignal() {
+TerminalEvent TerminalSession::handleSignal() {
     signalfd_siginfo info{};
-    if (read(signals_, &info, sizeof info) != sizeof info) {
-        return;
+    if (read(signals_, &info, sizeof info) != sizeof info || info.ssi_signo == SIGWINCH) {
+        return TerminalEvent::Resized;
     }
     if (info.ssi_signo == SIGTSTP) {
         leave();
@@ -139,10 +138,11 @@ void TerminalSession::handleSignal() {
         const timespec atOnce{};
         sigtimedwait(&goOn, nullptr, &atOnce);
         enter();
-    } else if (info.ssi_signo == SIGCONT) {
+    } else {
         // Whoever had the terminal meanwhile may have changed it.
         enter();
     }
+    return TerminalEvent::Back;
 }
 
 } // namespace qk::info

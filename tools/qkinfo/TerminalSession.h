@@ -23,7 +23,8 @@ struct TerminalManners {
 
 enum class TerminalEvent {
     Keys,    ///< `readKeys` has something to say
-    Redraw,  ///< what was shown is no longer right: another size, or back from elsewhere
+    Resized, ///< what was shown may no longer fit
+    Back,    ///< from having been stopped: what was shown is somewhere else, or gone
     Other,   ///< the other descriptor is readable
     Timeout, ///< nothing of these came in time
 };
@@ -60,7 +61,7 @@ public:
 
 private:
     void enter();
-    void handleSignal();
+    [[nodiscard]] TerminalEvent handleSignal();
 
     TerminalManners manners_;
     InterruptSignals interrupts_;

@@ -72,7 +72,8 @@ private:
         switch (session_.wait(-1, timeout)) {
         case TerminalEvent::Keys: return readKeys();
         case TerminalEvent::Timeout: return decoder_.giveUp();
-        case TerminalEvent::Redraw: show(view_.drawnAfterResize(editor_, columns())); return {};
+        case TerminalEvent::Resized: show(view_.drawnAfterResize(editor_, columns())); break;
+        case TerminalEvent::Back: show(view_.drawn(editor_, columns())); break;
         case TerminalEvent::Other: break;
         }
         return {};
@@ -86,7 +87,7 @@ private:
         return decoder_.decode(bytes);
     }
 
-    // The effect of the last key, or the first that ends the field.
+    // What ended the field, if one of the keys did.
     KeyEffect handle(const std::vector<Key>& keys) {
         bool isRefused = false;
         for (const Key& key : keys) {

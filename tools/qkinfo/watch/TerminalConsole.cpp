@@ -27,7 +27,8 @@ WatchEvent TerminalConsole::next() {
                 return WatchEvent::Quit;
             }
             break;
-        case TerminalEvent::Redraw: return WatchEvent::Redraw;
+        case TerminalEvent::Resized:
+        case TerminalEvent::Back: return WatchEvent::Redraw;
         case TerminalEvent::Other: ticker_.take(); return WatchEvent::Sample;
         case TerminalEvent::Timeout: break;
         }
