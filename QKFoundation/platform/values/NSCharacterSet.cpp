@@ -39,7 +39,7 @@ NSCharacterSet NSCharacterSet::characterSetWithCharactersInString(const NSString
     }
     if (!others.empty()) {
         std::ranges::sort(others);
-        others.erase(std::ranges::unique(others).begin(), others.end());
+        others.erase(std::unique(others.begin(), others.end()), others.end());
         set.listedOthers_ = std::make_shared<const std::u16string>(std::move(others));
     }
     return set;
