@@ -191,7 +191,7 @@ const LocalTime& ZoneRule::localTimeAt(std::int64_t moment) const {
     // A moment may lie a week outside of its year, so the neighbours count too. Of two changes at the same moment the
     // later one in this order holds: daylight-saving time that lasts all year ends and begins at once.
     const LocalTime* result = &standard_;
-    std::int64_t latest = kFirstMoment - 4 * 366 * kSecondsOfDay;
+    std::int64_t latest = kFirstMoment - kSecondsOfDay * 4 * 366;
     for (int year = thisYear - 2; year <= thisYear + 1; ++year) {
         const std::int64_t begin = daylight_->begin.inYear(year) - standard_.seconds;
         const std::int64_t end = daylight_->end.inYear(year) - daylight_->time.seconds;
