@@ -102,7 +102,10 @@ void editIdentifiers(const QKIDFormatterBase& formatter, Input input) {
         try {
             isValid = formatter.isPartialStringValid(shown, caret, field, edit.replaced, error);
         } catch (const NSRangeException&) {
-            require(edit.replaced.length >= 2 && edit.replaced.location > field.length());
+            const std::uint64_t length = field.length();
+            const bool isOutside =
+                edit.replaced.location > length || edit.replaced.length > length - edit.replaced.location;
+            require(edit.replaced.length >= 2 && isOutside);
             continue;
         }
         require(!error.has_value() && caret.length == edit.selection.length);
