@@ -104,7 +104,7 @@ private:
     }
 
     NSString finish() {
-        const NSString text = finishedText(kind_, *formatter_, editor_.text());
+        NSString text = finishedText(kind_, *formatter_, editor_.text());
         show(view_.drawnAtEnd(text, columns()));
         return text;
     }
