@@ -14,6 +14,7 @@
 namespace qk::platform {
 namespace {
 
+constexpr std::size_t kContentsLimit = std::size_t{1} << 30U; // the largest file that is read whole, in bytes
 constexpr mode_t kFolderMode = 0777; // cut down by the process's umask
 
 bool isFolder(const std::string& path) {
@@ -53,6 +54,25 @@ bool LinuxFileManager::createDirectoryAtPath(const NSString& path, bool withInte
     }
     const std::string file = root_.path(*bytes);
     return withIntermediateDirectories ? makeFolders(file) : ::mkdir(file.c_str(), kFolderMode) == 0;
+}
+
+bool LinuxFileManager::fileExistsAtPath(const NSString& path, bool* isDirectory) const {
+    const std::optional<std::string> bytes = fileSystemRepresentation(path);
+    struct stat status {};
+    if (!bytes.has_value() || bytes->empty() || ::stat(root_.path(*bytes).c_str(), &status) != 0) {
+        return false;
+    }
+    if (isDirectory != nullptr) {
+        *isDirectory = S_ISDIR(status.st_mode);
+    }
+    return true;
+}
+
+std::optional<NSData> LinuxFileManager::contentsAtPath(const NSString& path) const {
+    const std::optional<std::string> bytes = fileSystemRepresentation(path);
+    const std::optional<std::string> content =
+        bytes.has_value() ? readBytes(root_.path(*bytes), kContentsLimit) : std::nullopt;
+    return content.has_value() ? std::optional(NSData(*content)) : std::nullopt;
 }
 
 std::optional<std::vector<NSString>> LinuxFileManager::contentsOfDirectoryAtPath(const NSString& path) const {

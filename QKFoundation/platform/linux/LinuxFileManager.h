@@ -15,6 +15,8 @@ public:
     explicit LinuxFileManager(const LinuxRoot& root = {}) : root_(root), volumes_(root) {}
 
     bool createDirectoryAtPath(const NSString& path, bool withIntermediateDirectories) override;
+    [[nodiscard]] bool fileExistsAtPath(const NSString& path, bool* isDirectory) const override;
+    [[nodiscard]] std::optional<NSData> contentsAtPath(const NSString& path) const override;
     [[nodiscard]] std::optional<std::vector<NSString>> contentsOfDirectoryAtPath(const NSString& path) const override;
     [[nodiscard]] std::optional<NSDictionary> dictionaryWithContentsOfFile(const NSString& path) const override;
     [[nodiscard]] std::vector<NSURL> mountedVolumeURLs(bool skipHiddenVolumes) const override;

@@ -2,78 +2,19 @@
 #include "QKFoundation/platform/linux/PropertyList.h"
 
 #include "QKFoundation/platform/linux/PropertyListGuard.h"
-#include "QKFoundation/platform/linux/UniqueHandle.h"
+#include "QKFoundation/platform/linux/PropertyListNodes.h"
 
 #include <plist/plist.h>
 
-#include <locale.h>
-
 #include <bit>
+#include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace qk::platform {
 namespace {
-
-constexpr double kSecondsFrom1970To2001 = 978307200;
-
-struct PropertyListPolicy {
-    using Handle = plist_t;
-    static constexpr plist_t none() noexcept { return nullptr; }
-    static void close(plist_t node) noexcept { plist_free(node); }
-};
-using UniquePropertyList = UniqueHandle<PropertyListPolicy>;
-
-struct Free {
-    void operator()(void* memory) const noexcept { std::free(memory); }
-};
-using UniqueMemory = std::unique_ptr<void, Free>;
-
-// The parser reads numbers by the rules of the thread's locale: where a comma stands for the point, 1.5 is 1.
-class PlainNumbers {
-public:
-    PlainNumbers() noexcept : previous_(::uselocale(plain())) {}
-    PlainNumbers(const PlainNumbers&) = delete;
-    PlainNumbers& operator=(const PlainNumbers&) = delete;
-    ~PlainNumbers() { ::uselocale(previous_); }
-
-private:
-    // Made once. Without memory for it the present one stays.
-    static locale_t plain() noexcept {
-        static const locale_t locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
-        return locale;
-    }
-
-    locale_t previous_;
-};
-
-using Parse = void(const char*, std::uint32_t, plist_t*);
-
-UniquePropertyList parsed(std::string_view bytes, Parse* parse) {
-    plist_t root = nullptr;
-    parse(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &root);
-    return UniquePropertyList(root);
-}
-
-bool equalsUnsigned(plist_t node, std::uint64_t bits) {
-    const UniquePropertyList other(plist_new_uint(bits));
-    return plist_compare_node_value(node, other.get()) != 0;
-}
-
-// The parser keeps an integer's bits and whether it is unsigned, but hands out the bits alone. Comparing with an
-// integer of the same bits shows the difference; which way round depends on the library's version.
-bool isNegative(plist_t node, std::uint64_t bits) {
-    static const bool equalMeansNegative = [] {
-        const UniquePropertyList minusOne =
-            parsed("<plist version=\"1.0\"><integer>-1</integer></plist>", plist_from_xml);
-        return equalsUnsigned(minusOne.get(), ~std::uint64_t{0});
-    }();
-    return (bits >> 63U) != 0 && equalsUnsigned(node, bits) == equalMeansNegative;
-}
 
 std::optional<Value> integer(plist_t node) {
     std::uint64_t bits = 0;
@@ -121,13 +62,59 @@ std::optional<Value> nearDate(plist_t node) {
     return Value(NSDate::dateWithTimeIntervalSince1970(seconds + kSecondsFrom1970To2001));
 }
 
+// Records have the same keys in the same order: each key tells which one followed it the last time, and then only a
+// comparison is needed.
+class Keys {
+public:
+    // The key of `node`; nothing when it is no text.
+    std::optional<NSString> key(plist_t node) {
+        const std::size_t expected = known_[last_].next;
+        if (expected != 0 && plist_key_val_compare(node, known_[expected].text.c_str()) == 0) {
+            last_ = expected;
+            return known_[expected].key;
+        }
+        char* started = nullptr;
+        plist_get_key_val(node, &started);
+        const UniqueMemory owned(started);
+        std::optional<NSString> key = started != nullptr ? NSString::fromUTF8(started) : std::nullopt;
+        if (key.has_value() && known_.size() < kMost) {
+            remember(started, *key);
+        }
+        return key;
+    }
+
+private:
+    static constexpr std::size_t kMost = 256;
+
+    struct Known {
+        std::string text;
+        NSString key;
+        std::size_t next = 0; // 0: not known
+    };
+
+    void remember(const char* text, const NSString& key) {
+        std::size_t place = 1;
+        while (place < known_.size() && known_[place].text != text) {
+            ++place;
+        }
+        if (place == known_.size()) {
+            known_.push_back({text, key, 0});
+        }
+        known_[last_].next = place;
+        last_ = place;
+    }
+
+    std::vector<Known> known_ = std::vector<Known>(1); // the first one stands for the beginning
+    std::size_t last_ = 0;
+};
+
 // Makes values of a list that has been found tame. Calls itself as deep as the guards let a list be.
 class Reader {
 public:
     explicit Reader(bool hasFarDates) noexcept : hasFarDates_(hasFarDates) {}
 
     // NOLINTNEXTLINE(misc-no-recursion)
-    [[nodiscard]] std::optional<Value> value(plist_t node) const {
+    [[nodiscard]] std::optional<Value> value(plist_t node) {
         switch (plist_get_node_type(node)) {
         case PLIST_BOOLEAN: {
             std::uint8_t flag = 0;
@@ -150,7 +137,7 @@ public:
     }
 
 private:
-    [[nodiscard]] std::optional<Value> array(plist_t node) const { // NOLINT(misc-no-recursion)
+    [[nodiscard]] std::optional<Value> array(plist_t node) { // NOLINT(misc-no-recursion)
         std::vector<Value> values;
         const std::uint32_t count = plist_array_get_size(node);
         values.reserve(count);
@@ -169,21 +156,19 @@ private:
         return Value(NSArray(std::move(values)));
     }
 
-    [[nodiscard]] std::optional<Value> dictionary(plist_t node) const { // NOLINT(misc-no-recursion)
+    [[nodiscard]] std::optional<Value> dictionary(plist_t node) { // NOLINT(misc-no-recursion)
         std::vector<NSDictionary::Entry> entries;
         entries.reserve(plist_dict_get_size(node));
         plist_dict_iter started = nullptr;
         plist_dict_new_iter(node, &started);
         const UniqueMemory iterator(started);
         for (;;) {
-            char* text = nullptr;
             plist_t item = nullptr;
-            plist_dict_next_item(node, iterator.get(), &text, &item);
-            const UniqueMemory owned(text);
+            plist_dict_next_item(node, iterator.get(), nullptr, &item);
             if (item == nullptr) {
                 return Value(NSDictionary(std::move(entries)));
             }
-            std::optional<NSString> key = text != nullptr ? NSString::fromUTF8(text) : std::nullopt;
+            std::optional<NSString> key = keys_.key(plist_dict_item_get_key(item));
             std::optional<Value> element = value(item);
             if (!key.has_value() || !element.has_value()) {
                 return std::nullopt;
@@ -193,6 +178,7 @@ private:
     }
 
     bool hasFarDates_;
+    Keys keys_;
 };
 
 std::optional<Value> read(std::string_view bytes, Parse* parse, const TamePropertyList& tame) {

@@ -16,6 +16,14 @@ std::shared_ptr<const Services> emptyMachine() {
     services.fileManager = std::make_shared<MemoryFileManager>();
     services.hostStatistics = std::make_shared<MemoryHostStatistics>();
     services.processTable = std::make_shared<MemoryProcessTable>();
+    services.clock = std::make_shared<MemoryClock>();
+    services.locale = std::make_shared<MemoryLocale>();
+    services.timeZones = std::make_shared<MemoryTimeZones>();
+    services.uniformTypes = std::make_shared<MemoryUniformTypes>();
+    services.launchServices = std::make_shared<MemoryLaunchServices>();
+    const Codecs codecs = makeHostCodecs();
+    services.propertyLists = codecs.propertyLists;
+    services.crypto = codecs.crypto;
     return std::make_shared<const Services>(std::move(services));
 }
 
@@ -32,6 +40,11 @@ Machine::Machine(std::shared_ptr<const Services> services)
       fileManager(static_cast<MemoryFileManager&>(*services->fileManager)),
       hostStatistics(static_cast<MemoryHostStatistics&>(*services->hostStatistics)),
       processTable(static_cast<MemoryProcessTable&>(*services->processTable)),
+      clock(static_cast<MemoryClock&>(*services->clock)),
+      locale(static_cast<MemoryLocale&>(*services->locale)),
+      timeZones(static_cast<MemoryTimeZones&>(*services->timeZones)),
+      uniformTypes(static_cast<MemoryUniformTypes&>(*services->uniformTypes)),
+      launchServices(static_cast<MemoryLaunchServices&>(*services->launchServices)),
       services_(std::move(services)) {}
 
 Machine::~Machine() = default;

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "QKFoundation/platform/memory/MemoryClock.h"
 #include "QKFoundation/platform/memory/MemoryFileManager.h"
 #include "QKFoundation/platform/memory/MemoryHostStatistics.h"
 #include "QKFoundation/platform/memory/MemoryKernel.h"
+#include "QKFoundation/platform/memory/MemoryLaunchServices.h"
+#include "QKFoundation/platform/memory/MemoryLocale.h"
 #include "QKFoundation/platform/memory/MemoryNames.h"
 #include "QKFoundation/platform/memory/MemoryProcessTable.h"
 #include "QKFoundation/platform/memory/MemoryTaskLauncher.h"
@@ -20,6 +23,8 @@ namespace qk::platform::memory {
 ///     machine.kernel.setSysctl("hw.memsize", std::uint64_t{8} << 30);
 ///     const memory::ScopedMachine installed(machine);
 ///     EXPECT_EQ(getPhysicalMemorySize(), 8'589'934'592);
+///
+/// Property lists and cryptography compute rather than ask: the machine has those of the build.
 ///
 /// It is deterministic: it looks at nothing of the real machine, starts no thread and reads no clock.
 /// Threads: the services may be told and asked anywhere at the same time.
@@ -41,6 +46,11 @@ public:
     MemoryFileManager& fileManager;
     MemoryHostStatistics& hostStatistics;
     MemoryProcessTable& processTable;
+    MemoryClock& clock;
+    MemoryLocale& locale;
+    MemoryTimeZones& timeZones;
+    MemoryUniformTypes& uniformTypes;
+    MemoryLaunchServices& launchServices;
 
 private:
     explicit Machine(std::shared_ptr<const Services> services);

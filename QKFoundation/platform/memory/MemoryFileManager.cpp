@@ -23,8 +23,8 @@ void MemoryFileManager::addDirectory(const NSString& path) {
     createDirectories(normalized(path));
 }
 
-void MemoryFileManager::addFile(const NSString& path) {
-    add(path, {File{}});
+void MemoryFileManager::addFile(const NSString& path, const NSData& contents) {
+    add(path, {File{contents}});
 }
 
 void MemoryFileManager::addPropertyList(const NSString& path, const NSDictionary& dictionary) {
@@ -73,6 +73,22 @@ bool MemoryFileManager::createDirectoryAtPath(const NSString& path, bool withInt
     }
     entries_[name] = {Directory{}};
     return true;
+}
+
+bool MemoryFileManager::fileExistsAtPath(const NSString& path, bool* isDirectory) const {
+    const std::scoped_lock lock(mutex_);
+    const Entry* entry = entryAt(normalized(path));
+    if (entry != nullptr && isDirectory != nullptr) {
+        *isDirectory = std::holds_alternative<Directory>(entry->content);
+    }
+    return entry != nullptr;
+}
+
+std::optional<NSData> MemoryFileManager::contentsAtPath(const NSString& path) const {
+    const std::scoped_lock lock(mutex_);
+    const Entry* entry = entryAt(normalized(path));
+    const auto* file = entry != nullptr ? std::get_if<File>(&entry->content) : nullptr;
+    return file != nullptr && entry->readable ? std::optional(file->contents) : std::nullopt;
 }
 
 std::optional<std::vector<NSString>> MemoryFileManager::contentsOfDirectoryAtPath(const NSString& path) const {

@@ -10,7 +10,8 @@
 namespace qk::platform::memory {
 
 /// A tree of files and folders in memory, with "/" in it from the start. Paths are absolute; a trailing "/" makes no
-/// difference. Property lists stand in it as the dictionaries that they hold. Threads: any, at the same time.
+/// difference. Property lists that were added
+/// as such stand in it as the dictionaries that they hold, without bytes. Threads: any, at the same time.
 class QK_EXPORT MemoryFileManager final : public FileManager {
 public:
     MemoryFileManager();
@@ -18,8 +19,8 @@ public:
     /// There is a folder at `path`, with the folders above it.
     void addDirectory(const NSString& path);
 
-    /// There is a file with no particular content at `path`, with the folders above it.
-    void addFile(const NSString& path);
+    /// There is a file with these bytes at `path`, with the folders above it.
+    void addFile(const NSString& path, const NSData& contents = {});
 
     /// There is a property list at `path` that holds `dictionary`, with the folders above it.
     void addPropertyList(const NSString& path, const NSDictionary& dictionary);
@@ -41,6 +42,8 @@ public:
     void addUnreadableVolume(const NSString& path);
 
     bool createDirectoryAtPath(const NSString& path, bool withIntermediateDirectories) override;
+    [[nodiscard]] bool fileExistsAtPath(const NSString& path, bool* isDirectory) const override;
+    [[nodiscard]] std::optional<NSData> contentsAtPath(const NSString& path) const override;
     [[nodiscard]] std::optional<std::vector<NSString>> contentsOfDirectoryAtPath(const NSString& path) const override;
     [[nodiscard]] std::optional<NSDictionary> dictionaryWithContentsOfFile(const NSString& path) const override;
     [[nodiscard]] std::vector<NSURL> mountedVolumeURLs(bool skipHiddenVolumes) const override;
@@ -49,7 +52,9 @@ public:
 
 private:
     struct Directory {};
-    struct File {};
+    struct File {
+        NSData contents;
+    };
     struct Entry {
         std::variant<Directory, File, NSDictionary> content;
         bool readable = true;

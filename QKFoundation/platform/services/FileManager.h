@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QKFoundation/platform/Export.h"
+#include "QKFoundation/platform/values/NSData.h"
 #include "QKFoundation/platform/values/NSDictionary.h"
 #include "QKFoundation/platform/values/NSString.h"
 #include "QKFoundation/platform/values/NSURL.h"
@@ -23,6 +24,13 @@ public:
     /// when asked to. True when the folder is there afterwards; an existing one counts only when the folders above are
     /// asked for.
     virtual bool createDirectoryAtPath(const NSString& path, bool withIntermediateDirectories) = 0;
+
+    /// `fileExistsAtPath:isDirectory:`. Whether `path` leads to a file or, through any symbolic links, a folder, which
+    /// `isDirectory` is told when it is not null.
+    [[nodiscard]] virtual bool fileExistsAtPath(const NSString& path, bool* isDirectory = nullptr) const = 0;
+
+    /// `contentsAtPath:`. The bytes of a file; nothing when `path` is no file or cannot be read.
+    [[nodiscard]] virtual std::optional<NSData> contentsAtPath(const NSString& path) const = 0;
 
     /// `contentsOfDirectoryAtPath:error:`. The names of a folder's entries, "." and ".." left out, in no order; nothing
     /// when `path` is no folder or cannot be read. A name that is not UTF-8 is kept: each byte that is malformed stands

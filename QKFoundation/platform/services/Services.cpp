@@ -14,6 +14,13 @@ TaskLauncher::~TaskLauncher() = default;
 FileManager::~FileManager() = default;
 HostStatistics::~HostStatistics() = default;
 ProcessTable::~ProcessTable() = default;
+Clock::~Clock() = default;
+Locale::~Locale() = default;
+TimeZones::~TimeZones() = default;
+UniformTypes::~UniformTypes() = default;
+LaunchServices::~LaunchServices() = default;
+PropertyListSerialization::~PropertyListSerialization() = default;
+CommonCrypto::~CommonCrypto() = default;
 
 namespace {
 

@@ -2,15 +2,22 @@
 #pragma once
 
 #include "QKFoundation/platform/Export.h"
+#include "QKFoundation/platform/services/Clock.h"
+#include "QKFoundation/platform/services/CommonCrypto.h"
 #include "QKFoundation/platform/services/FactCache.h"
 #include "QKFoundation/platform/services/FileManager.h"
 #include "QKFoundation/platform/services/Host.h"
 #include "QKFoundation/platform/services/HostStatistics.h"
 #include "QKFoundation/platform/services/Kernel.h"
+#include "QKFoundation/platform/services/LaunchServices.h"
+#include "QKFoundation/platform/services/Locale.h"
 #include "QKFoundation/platform/services/ProcessInfo.h"
 #include "QKFoundation/platform/services/ProcessTable.h"
+#include "QKFoundation/platform/services/PropertyListSerialization.h"
 #include "QKFoundation/platform/services/SystemConfiguration.h"
 #include "QKFoundation/platform/services/TaskLauncher.h"
+#include "QKFoundation/platform/services/TimeZones.h"
+#include "QKFoundation/platform/services/UniformTypes.h"
 
 #include <memory>
 
@@ -26,6 +33,13 @@ struct Services {
     std::shared_ptr<FileManager> fileManager;
     std::shared_ptr<HostStatistics> hostStatistics;
     std::shared_ptr<ProcessTable> processTable;
+    std::shared_ptr<Clock> clock;
+    std::shared_ptr<Locale> locale;
+    std::shared_ptr<TimeZones> timeZones;
+    std::shared_ptr<UniformTypes> uniformTypes;
+    std::shared_ptr<LaunchServices> launchServices;
+    std::shared_ptr<PropertyListSerialization> propertyLists;
+    std::shared_ptr<CommonCrypto> crypto;
     std::shared_ptr<FactCache> facts = std::make_shared<FactCache>();
 };
 
@@ -40,5 +54,13 @@ QK_EXPORT std::shared_ptr<const Services> installServices(std::shared_ptr<const 
 
 /// Composes the machine of this host. The build chooses the one implementation.
 [[nodiscard]] std::shared_ptr<const Services> makeHostServices();
+
+/// What computes and asks nothing of the machine, so that a machine described in code has it too: the formats and the
+/// cryptography that the build has libraries for. No pointer is null. The implementation of `makeHostServices` has it.
+struct Codecs {
+    std::shared_ptr<PropertyListSerialization> propertyLists;
+    std::shared_ptr<CommonCrypto> crypto;
+};
+[[nodiscard]] Codecs makeHostCodecs();
 
 } // namespace qk::platform

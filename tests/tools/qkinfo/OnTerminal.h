@@ -13,6 +13,9 @@
 namespace qk::info {
 
 /// The program on a terminal of its own.
+///
+/// It is started by a process in between, whose session the terminal belongs to: when such a process ends, what was
+/// written last can get lost.
 class OnTerminal {
 public:
     static constexpr unsigned short kColumns = 60;
@@ -32,6 +35,7 @@ public:
     std::string readNext(std::string_view text);
 
     void type(char key) const;
+    void type(std::string_view keys) const;
     void resize(unsigned short columns, unsigned short lines) const;
     void send(int signal) const;
 
@@ -45,6 +49,8 @@ private:
     bool readOne();
 
     int terminal_ = -1;
+    int starter_ = -1; // a socket to the process in between
+    pid_t starterChild_ = -1;
     pid_t child_ = -1;
     std::string shown_;
 };
