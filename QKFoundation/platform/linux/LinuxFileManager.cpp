@@ -15,7 +15,7 @@ namespace qk::platform {
 namespace {
 
 constexpr std::size_t kContentsLimit = std::size_t{1} << 30U; // the largest file that is read whole, in bytes
-constexpr mode_t kFolderMode = 0777; // cut down by the process's umask
+constexpr mode_t kFolderMode = 0777;                          // cut down by the process's umask
 
 bool isFolder(const std::string& path) {
     struct stat status {};

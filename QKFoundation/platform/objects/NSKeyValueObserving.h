@@ -21,8 +21,7 @@ enum class NSKeyValueObservingOptions : std::uint32_t {
     return static_cast<NSKeyValueObservingOptions>(static_cast<std::uint32_t>(left) |
                                                    static_cast<std::uint32_t>(right));
 }
-[[nodiscard]] constexpr bool hasOption(NSKeyValueObservingOptions options,
-                                       NSKeyValueObservingOptions option) noexcept {
+[[nodiscard]] constexpr bool hasOption(NSKeyValueObservingOptions options, NSKeyValueObservingOptions option) noexcept {
     return (static_cast<std::uint32_t>(options) & static_cast<std::uint32_t>(option)) != 0;
 }
 
