@@ -6,8 +6,8 @@
 
 namespace qk::info {
 
-/// SIGINT, SIGTERM, SIGHUP and SIGQUIT as a descriptor, for the life of this object. One that the process was told to ignore
-/// stays ignored. Only one object at a time.
+/// SIGINT, SIGTERM, SIGHUP and SIGQUIT as a descriptor, for the life of this object. One that the process was told to
+/// ignore stays ignored. Only one object at a time.
 class InterruptSignals {
 public:
     InterruptSignals();
