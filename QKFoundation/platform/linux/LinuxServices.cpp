@@ -45,7 +45,13 @@ Services makeLinuxServices(const LinuxRoot& root) {
             .uniformTypes = nullptr,
             .launchServices = nullptr,
             .propertyLists = std::move(codecs.propertyLists),
-            .crypto = std::move(codecs.crypto)};
+            .crypto = std::move(codecs.crypto),
+            .users = nullptr,
+            .dispatch = nullptr,
+            .signalSources = nullptr,
+            .distributedNotifications = nullptr,
+            .crashReporter = nullptr,
+            .activityTracing = nullptr};
 }
 
 std::shared_ptr<const Services> makeHostServices() {

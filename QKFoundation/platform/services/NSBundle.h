@@ -14,9 +14,9 @@ struct Services;
 
 /// `NSBundle`: a folder of resources, with string tables ("Localizable.strings") and folders of languages in it.
 ///
-/// A bundle is a folder with the resources in "Contents/Resources" or "Resources" of it, or in itself. What has been read
-/// of it, also that something is missing, is kept for its life: a table is read once.
-/// Threads: any, at the same time. A look-up in a table that has been read takes no lock.
+/// A bundle is a folder with the resources in "Contents/Resources" or "Resources" of it, or in itself. What has been
+/// read of it, also that something is missing, is kept for its life: a table is read once. Threads: any, at the same
+/// time. A look-up in a table that has been read takes no lock.
 class QK_EXPORT NSBundle : public NSObject {
 public:
     [[nodiscard]] static const ClassDescription& describedClass();
