@@ -11,40 +11,56 @@ namespace qk {
 namespace platform {
 struct Services;
 }
+namespace internal {
+class BundleContents;
+}
 
 /// `NSBundle`: a folder of resources, with string tables ("Localizable.strings") and folders of languages in it.
 ///
-/// A bundle is a folder with the resources in "Contents/Resources" or "Resources" of it, or in itself. What has been
-/// read of it, also that something is missing, is kept for its life: a table is read once. Threads: any, at the same
-/// time. A look-up in a table that has been read takes no lock.
-class QK_EXPORT NSBundle : public NSObject {
+/// The resources lie in "Contents/Resources" of the folder, in "Resources" of it, or in the folder itself: the first of
+/// them that is there. What has been read of them, also that something is missing, is kept for the bundle's life: a
+/// table is read once. Threads: any, at the same time. A look-up in a table that has been read takes no lock and
+/// allocates nothing.
+class QK_EXPORT NSBundle final : public NSObject {
 public:
     [[nodiscard]] static const ClassDescription& describedClass();
     [[nodiscard]] const ClassDescription& classDescription() const override;
 
-    /// `bundleWithPath:`. Null when there is no folder at `path`.
+    /// `bundleWithPath:`. Null when there is no folder at `path`. The bundle goes on asking the machine that it was
+    /// made on.
     [[nodiscard]] static std::shared_ptr<NSBundle> bundleWithPath(const NSString& path);
     [[nodiscard]] static std::shared_ptr<NSBundle> bundleWithPath(const NSString& path,
                                                                   const platform::Services& services);
 
-    /// `bundlePath`.
-    [[nodiscard]] virtual NSString bundlePath() const = 0;
+    ~NSBundle() override;
 
-    /// `pathForResource:ofType:`. The path of the resource `name` with the extension `type` ("" for none); nothing when
-    /// there is none. Names are compared as the file system does.
-    [[nodiscard]] virtual std::optional<NSString> pathForResource(const NSString& name,
-                                                                  const NSString& ofType) const = 0;
+    /// `bundlePath`. The path that the bundle was made with, without a trailing "/".
+    [[nodiscard]] const NSString& bundlePath() const noexcept;
+
+    /// `pathForResource:ofType:`. The path of the resource `name` with the extension `ofType` ("" for none); nothing
+    /// when there is none, and for an empty `name`. Names are compared as the file system does.
+    [[nodiscard]] std::optional<NSString> pathForResource(const NSString& name, const NSString& ofType) const;
 
     /// The bundle at the path of the folder `name` ".lproj" among the resources, the same object each time; null when
-    /// there is none.
-    [[nodiscard]] virtual std::shared_ptr<NSBundle> bundleForLanguage(const NSString& name) const = 0;
+    /// there is none. A name with "/" in it names no folder.
+    [[nodiscard]] std::shared_ptr<NSBundle> bundleForLanguage(const NSString& name) const;
 
-    /// `localizedStringForKey:value:table:`. The text of `key` in a table; without a table's name that is
-    /// "Localizable". When the table has none, or is missing or damaged: `value`, or `key` when that is nothing or
-    /// empty. Without a key: `value`, or "".
-    [[nodiscard]] virtual NSString localizedStringForKey(const std::optional<NSString>& key,
-                                                         const std::optional<NSString>& value,
-                                                         const std::optional<NSString>& table) const = 0;
+    /// `localizedStringForKey:value:table:`. The text of `key` in a table, also an empty one; without a table's name
+    /// that is "Localizable". When the table has no text for it, or is missing or damaged: `value`, or `key` when that
+    /// is nothing or empty. Without a key: `value`, or "".
+    [[nodiscard]] NSString localizedStringForKey(const std::optional<NSString>& key,
+                                                 const std::optional<NSString>& value,
+                                                 const std::optional<NSString>& table) const;
+
+    /// What has been read of the bundle: for the library's own sources.
+    [[nodiscard]] const internal::BundleContents& contents() const noexcept { return *contents_; }
+
+private:
+    friend class internal::BundleContents; // makes the bundles of language folders
+
+    explicit NSBundle(std::unique_ptr<internal::BundleContents> contents);
+
+    std::unique_ptr<internal::BundleContents> contents_;
 };
 
 } // namespace qk

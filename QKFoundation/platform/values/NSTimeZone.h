@@ -19,15 +19,20 @@ public:
     /// "UTC": offset 0, abbreviation "UTC".
     [[nodiscard]] static NSTimeZone UTC();
 
-    /// `timeZoneWithName:data:`. The zone that `data`, the contents of a compiled zone file (RFC 8536, "TZif"), describe;
-    /// moments behind its last transition follow the rule in its footer. Nothing when they are malformed.
+    /// `timeZoneWithName:data:`. The zone that `data`, the contents of a compiled zone file (RFC 8536, "TZif"),
+    /// describe; moments behind its last transition follow the rule in its footer. Nothing when they are malformed.
     [[nodiscard]] static std::optional<NSTimeZone> timeZoneWithName(const NSString& name, std::string_view data);
+
+    /// The zone that follows `rule` at all times, in the form of the variable TZ: "CET-1CEST,M3.5.0,M10.5.0/3" (POSIX,
+    /// with the additions of RFC 8536). Nothing when it is malformed.
+    [[nodiscard]] static std::optional<NSTimeZone> timeZoneWithRule(const NSString& name, std::string_view rule);
 
     /// `timeZoneForSecondsFromGMT:`. A zone that is always `seconds` from Greenwich, rounded to the minute: "GMT+0530",
     /// with the same abbreviation; "GMT" at 0. Nothing beyond 18 hours.
     [[nodiscard]] static std::optional<NSTimeZone> timeZoneForSecondsFromGMT(std::int64_t seconds);
 
-    /// A zone that is always exactly `seconds` from Greenwich, under these names. Without an abbreviation it has none.
+    /// A zone that is always exactly `seconds` from Greenwich, under these names. Without an abbreviation, or with an
+    /// empty one, it has none.
     [[nodiscard]] static NSTimeZone fixed(const NSString& name, std::int64_t seconds,
                                           const std::optional<NSString>& abbreviation);
 
