@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/linux/LinuxServices.h"
 
+#include "QKFoundation/platform/linux/LinuxActivityTracing.h"
 #include "QKFoundation/platform/linux/LinuxCrypto.h"
 #include "QKFoundation/platform/linux/LinuxFileManager.h"
 #include "QKFoundation/platform/linux/LinuxHost.h"
@@ -51,7 +52,7 @@ Services makeLinuxServices(const LinuxRoot& root) {
             .signalSources = nullptr,
             .distributedNotifications = nullptr,
             .crashReporter = nullptr,
-            .activityTracing = nullptr};
+            .activityTracing = std::make_shared<LinuxActivityTracing>()};
 }
 
 std::shared_ptr<const Services> makeHostServices() {

@@ -21,6 +21,7 @@ std::shared_ptr<const Services> emptyMachine() {
     services.timeZones = std::make_shared<MemoryTimeZones>();
     services.uniformTypes = std::make_shared<MemoryUniformTypes>();
     services.launchServices = std::make_shared<MemoryLaunchServices>();
+    services.activityTracing = std::make_shared<MemoryActivityTracing>();
     const Codecs codecs = makeHostCodecs();
     services.propertyLists = codecs.propertyLists;
     services.crypto = codecs.crypto;
@@ -45,6 +46,7 @@ Machine::Machine(std::shared_ptr<const Services> services)
       timeZones(static_cast<MemoryTimeZones&>(*services->timeZones)),
       uniformTypes(static_cast<MemoryUniformTypes&>(*services->uniformTypes)),
       launchServices(static_cast<MemoryLaunchServices&>(*services->launchServices)),
+      activityTracing(static_cast<MemoryActivityTracing&>(*services->activityTracing)),
       services_(std::move(services)) {}
 
 Machine::~Machine() = default;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "QKFoundation/platform/memory/MemoryActivityTracing.h"
 #include "QKFoundation/platform/memory/MemoryClock.h"
 #include "QKFoundation/platform/memory/MemoryFileManager.h"
 #include "QKFoundation/platform/memory/MemoryHostStatistics.h"
@@ -51,6 +52,7 @@ public:
     MemoryTimeZones& timeZones;
     MemoryUniformTypes& uniformTypes;
     MemoryLaunchServices& launchServices;
+    MemoryActivityTracing& activityTracing;
 
 private:
     explicit Machine(std::shared_ptr<const Services> services);
