@@ -44,13 +44,14 @@ std::optional<NSString> Translator::TLN(const NSString& key) const {
             return std::nullopt;
         }
     }
-    const NSString* text = searched->contents().defaultTable().find(key);
-    if (text != nullptr && *text != key) {
-        return *text;
+    const auto* found = searched->contents().defaultTable().find(key);
+    if (found != nullptr && !found->equalsKey) {
+        return found->text;
     }
     const NSBundle* const english = bundle->contents().languageFolder(english_).get();
-    text = english != nullptr && english != searched ? english->contents().defaultTable().find(key) : nullptr;
-    return text != nullptr ? *text : key;
+    const bool hasMore = english != nullptr && english != searched;
+    found = hasMore ? english->contents().defaultTable().find(key) : nullptr;
+    return found != nullptr ? found->text : key;
 }
 
 std::optional<NSString> Translator::stringByReplacingPlaceholdersInStringWithId(const NSString& key) const {

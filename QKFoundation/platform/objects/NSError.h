@@ -3,13 +3,14 @@
 
 #include "QKFoundation/platform/objects/NSObject.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
 namespace qk {
 
 // Keys of an error's user-info dictionary.
-inline constexpr char NSLocalizedDescriptionKey[] = "NSLocalizedDescription";                     ///< text
+inline constexpr char NSLocalizedDescriptionKey[] = "NSLocalizedDescription";                    ///< text
 inline constexpr char NSLocalizedRecoverySuggestionErrorKey[] = "NSLocalizedRecoverySuggestion"; ///< text
 inline constexpr char NSLocalizedRecoveryOptionsErrorKey[] = "NSLocalizedRecoveryOptions";       ///< array of texts
 inline constexpr char NSRecoveryAttempterErrorKey[] = "NSRecoveryAttempter";                     ///< object

@@ -28,7 +28,8 @@ public:
 
     /// `attributedStringForObjectValue:withDefaultAttributes:`. Nothing here: a field then takes the plain text.
     [[nodiscard]] virtual std::optional<NSAttributedString>
-    attributedStringForObjectValue(const std::optional<Value>& objectValue, const NSDictionary& withDefaultAttributes);
+    attributedStringForObjectValue(const std::optional<Value>& objectValue,
+                                   const NSDictionary& withDefaultAttributes) const;
 
     /// `getObjectValue:forString:errorDescription:`. Stores the object that `forString` stands for; false when it
     /// stands for none, with the reason in `errorDescription` where a formatter gives one. Raises

@@ -57,7 +57,8 @@ std::optional<Value> NSObject::performSelector(const NSString& selector,
                                                std::span<const std::optional<Value>> arguments) {
     const ClassDescription::Method* method = classDescription().method(selector);
     if (method == nullptr) {
-        throw NSInvalidArgumentException("unrecognized selector " + selector + " sent to " + NSObject::description());
+        doesNotRecognizeSelector(selector);
+        return std::nullopt;
     }
     std::optional<Value> result;
     if (arguments.size() != method->argumentCount || !method->perform(*this, arguments, result)) {
@@ -65,6 +66,10 @@ std::optional<Value> NSObject::performSelector(const NSString& selector,
                                          NSObject::description());
     }
     return result;
+}
+
+void NSObject::doesNotRecognizeSelector(const NSString& selector) const {
+    throw NSInvalidArgumentException("unrecognized selector " + selector + " sent to " + NSObject::description());
 }
 
 std::optional<Value> NSObject::valueForKey(const NSString& key) const {
@@ -80,6 +85,7 @@ void NSObject::setValueForKey(const std::optional<Value>& value, const NSString&
     if (property == nullptr || !property->set) {
         throw NSUndefinedKeyException(key, NSObject::description() + " cannot set the key " + key);
     }
+    const auto alive = weak_from_this().lock(); // an observer of the property may let go of the object
     if (!property->set(*this, value)) {
         throw NSInvalidArgumentException("the key " + key + " of " + NSObject::description() +
                                          " cannot take that value");

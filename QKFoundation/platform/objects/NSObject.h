@@ -2,17 +2,28 @@
 #pragma once
 
 #include "QKFoundation/platform/Export.h"
+#include "QKFoundation/platform/objects/NSKeyValueObserving.h"
 #include "QKFoundation/platform/values/Value.h"
 
+#include <concepts>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace qk {
 
 class ClassDescription;
+
+namespace internal {
+class Observations;
+struct DeleteObservations {
+    QK_EXPORT void operator()(Observations* observations) const noexcept;
+};
+} // namespace internal
 
 /// The root of all classes with identity. Objects live in `std::shared_ptr`; nothing copies them.
 ///
@@ -44,9 +55,15 @@ public:
     [[nodiscard]] bool respondsToSelector(const NSString& selector) const;
 
     /// `performSelector:`. Calls the method by its name; nothing is the answer of one that returns nothing or nil.
-    /// Raises `NSInvalidArgumentException` when the class has no such method, or the arguments do not fit it.
+    /// Raises `NSInvalidArgumentException` when the class has no such method (by `doesNotRecognizeSelector`), or the
+    /// arguments do not fit it.
     std::optional<Value> performSelector(const NSString& selector,
                                          std::span<const std::optional<Value>> arguments = {});
+
+    /// `doesNotRecognizeSelector:`. Raises `NSInvalidArgumentException` in the name of a method that the object does
+    /// not have, or that its class leaves to subclasses. Where an override returns, that method's answer is nothing, ""
+    /// or 0.
+    virtual void doesNotRecognizeSelector(const NSString& selector) const;
 
     /// `valueForKey:`. The property's value, scalars as numbers; nothing for nil. Raises `NSUndefinedKeyException` for
     /// a key that the class does not have.
@@ -60,6 +77,57 @@ public:
     /// `dictionaryWithValuesForKeys:`. The values of `keys`, the null marker for nil. Raises as `valueForKey` does,
     /// before anything is returned.
     [[nodiscard]] NSDictionary dictionaryWithValuesForKeys(const std::vector<NSString>& keys) const;
+
+    // Key-value observation: being told of changes of a property. A property can be observed when its setter says that
+    // it changes it. Threads: those of the object; observers are called at once, where the change is made, in the order
+    // in which they were added.
+
+    /// `addObserver:forKeyPath:options:context:`. From the next change on, `observer` is told of every change of the
+    /// property of that key, also when the value stays equal; with the option Initial it is told once now. One that is
+    /// added twice is told twice. Paths of several keys are not observed.
+    /// The observer is not retained and takes itself away before it dies; one that lived in a `std::shared_ptr` when it
+    /// was added, and died without that, is told nothing more. `context` is handed back as it is.
+    /// Raises `NSUndefinedKeyException` for Initial and New together when the object does not have the key.
+    void addObserver(NSObject& observer, const NSString& forKeyPath, NSKeyValueObservingOptions options,
+                     void* context = nullptr);
+
+    /// `removeObserver:forKeyPath:`. Takes the latest registration of `observer` for that key away; it is told nothing
+    /// more, of a change that is being reported neither. Raises `NSRangeException` when there is none.
+    void removeObserver(NSObject& observer, const NSString& forKeyPath);
+
+    /// `removeObserver:forKeyPath:context:`. As above, of those with that context.
+    void removeObserver(NSObject& observer, const NSString& forKeyPath, void* context);
+
+    /// `observeValueForKeyPath:ofObject:change:context:`. What an observer overrides. `change` has the kind and, as the
+    /// options say, the old and the new value (see `NSKeyValueObserving.h`). Both objects live until it returns.
+    /// Raises an exception named "NSInternalInconsistencyException" here: nobody has dealt with the change.
+    virtual void observeValueForKeyPath(const NSString& keyPath, NSObject& ofObject, const NSDictionary& change,
+                                        void* context);
+
+    /// `willChangeValueForKey:` and `didChangeValueForKey:`. Around a change that is not made by a setter of its own;
+    /// each of the first has one of the second after it. Does nothing while nobody observes.
+    void willChangeValueForKey(const NSString& key);
+    void didChangeValueForKey(const NSString& key);
+
+protected:
+    /// What the setter of a property that can be observed is made of: `store` changes the variable, and the observers
+    /// of `key` are told. Costs one comparison while nobody observes the object. When `store` or an observer raises,
+    /// the change is over and those who were not told yet are not told.
+    template <std::size_t N, std::invocable Store>
+    void changeValueForKey(const char (&key)[N], Store&& store) {
+        if (observations_ == nullptr) {
+            std::invoke(std::forward<Store>(store));
+        } else {
+            changeObservedValue(NSString(key), std::ref(store));
+        }
+    }
+
+private:
+    friend class internal::Observations;
+
+    void changeObservedValue(const NSString& key, const std::function<void()>& store);
+
+    std::unique_ptr<internal::Observations, internal::DeleteObservations> observations_; // null while nobody observes
 };
 
 } // namespace qk

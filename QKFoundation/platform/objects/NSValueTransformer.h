@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace qk {
 
@@ -24,6 +25,9 @@ public:
 
     /// `valueTransformerNames`. Ascending.
     [[nodiscard]] static std::vector<NSString> valueTransformerNames();
+
+    /// `allowsReverseTransformation`. Whether transformers of this class have a way back.
+    [[nodiscard]] static bool allowsReverseTransformation() noexcept { return true; }
 
     /// `transformedValue:`. `value` itself here.
     [[nodiscard]] virtual std::optional<Value> transformedValue(const std::optional<Value>& value) const;

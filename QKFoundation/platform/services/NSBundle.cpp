@@ -53,9 +53,9 @@ NSString NSBundle::localizedStringForKey(const std::optional<NSString>& key, con
         return value.value_or(NSString());
     }
     const bool isDefault = !table.has_value() || table->isEmpty();
-    const NSString* const text = (isDefault ? contents_->defaultTable() : contents_->table(*table)).find(*key);
-    if (text != nullptr) {
-        return *text;
+    const auto* const found = (isDefault ? contents_->defaultTable() : contents_->table(*table)).find(*key);
+    if (found != nullptr) {
+        return found->text;
     }
     return value.has_value() && !value->isEmpty() ? *value : *key;
 }

@@ -24,9 +24,10 @@ TEST(StringTable, FindsEveryTextAndNothingElse) {
         const StringTable table{NSDictionary(entries)};
         EXPECT_EQ(table.count(), static_cast<std::size_t>(count));
         for (int number = 0; number < count; ++number) {
-            const NSString* const found = table.find("key " + NSString::fromInteger(number));
+            const auto* const found = table.find("key " + NSString::fromInteger(number));
             ASSERT_NE(found, nullptr) << number << " of " << count;
-            EXPECT_EQ(*found, NSString::fromInteger(number));
+            EXPECT_EQ(found->text, NSString::fromInteger(number));
+            EXPECT_FALSE(found->equalsKey);
             EXPECT_EQ(table.find("no " + NSString::fromInteger(number)), nullptr);
         }
         EXPECT_EQ(table.find("key"), nullptr);
@@ -34,13 +35,20 @@ TEST(StringTable, FindsEveryTextAndNothingElse) {
     }
 }
 
+TEST(StringTable, TellsTextsThatEqualTheirKeys) {
+    const StringTable table(NSDictionary{{"OK", "OK"}, {"ok", "OK"}, {"", ""}});
+    EXPECT_TRUE(table.find("OK")->equalsKey);
+    EXPECT_FALSE(table.find("ok")->equalsKey);
+    EXPECT_TRUE(table.find("")->equalsKey);
+}
+
 TEST(StringTable, KeysMayBeEmptyOrHoldAnyUnits) {
     const NSString lone(u"\xD800");
     const NSString zero(std::u16string_view(u"a\0b", 3));
     const StringTable table(NSDictionary{{"", "empty"}, {lone, "lone"}, {zero, "zero"}});
-    EXPECT_EQ(*table.find(""), "empty");
-    EXPECT_EQ(*table.find(lone), "lone");
-    EXPECT_EQ(*table.find(zero), "zero");
+    EXPECT_EQ(table.find("")->text, "empty");
+    EXPECT_EQ(table.find(lone)->text, "lone");
+    EXPECT_EQ(table.find(zero)->text, "zero");
     EXPECT_EQ(table.find("a"), nullptr);
 }
 

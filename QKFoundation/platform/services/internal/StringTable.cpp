@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstring>
 #include <limits>
+#include <string_view>
 
 namespace qk::internal {
 namespace {
@@ -31,7 +32,7 @@ StringTable::StringTable(const NSDictionary& entries) {
     places_.resize(std::bit_ceil(texts * 2));
     for (const auto& [key, value] : entries) {
         if (const auto* const text = value.as<NSString>()) {
-            entries_.push_back({keys_.size(), key.length(), *text});
+            entries_.push_back({keys_.size(), key.length(), {*text, *text == key}});
             keys_.append(key.units());
             insert(key.hash(), static_cast<std::uint32_t>(entries_.size()));
         }
@@ -47,10 +48,11 @@ void StringTable::insert(std::size_t hash, std::uint32_t entry) {
     places_[index] = {checkOf(hash), entry};
 }
 
-const NSString* StringTable::find(const NSString& key) const {
+const StringTable::Text* StringTable::find(const NSString& key) const {
     if (places_.empty()) {
         return nullptr;
     }
+    const std::u16string_view units = key.units();
     const std::size_t hash = key.hash();
     const std::size_t mask = places_.size() - 1;
     for (std::size_t index = hash & mask; places_[index].entry != 0; index = (index + 1) & mask) {
@@ -58,8 +60,8 @@ const NSString* StringTable::find(const NSString& key) const {
             continue;
         }
         const Entry& entry = entries_[places_[index].entry - 1];
-        if (entry.keyLength == key.length() &&
-            std::memcmp(keys_.data() + entry.keyBegin, key.units().data(), entry.keyLength * sizeof(char16_t)) == 0) {
+        if (entry.keyLength == units.size() &&
+            std::memcmp(keys_.data() + entry.keyBegin, units.data(), units.size() * sizeof(char16_t)) == 0) {
             return &entry.text;
         }
     }

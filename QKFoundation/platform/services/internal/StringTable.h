@@ -13,6 +13,11 @@ namespace qk::internal {
 /// The texts of a string table by key. Threads: any, at the same time; finding takes no lock and allocates nothing.
 class StringTable {
 public:
+    struct Text {
+        NSString text;
+        bool equalsKey;
+    };
+
     /// No texts.
     StringTable() = default;
 
@@ -20,7 +25,7 @@ public:
     explicit StringTable(const NSDictionary& entries);
 
     /// The text of `key`, valid as long as the table lives; null when it has none.
-    [[nodiscard]] const NSString* find(const NSString& key) const;
+    [[nodiscard]] const Text* find(const NSString& key) const;
 
     [[nodiscard]] std::size_t count() const noexcept { return entries_.size(); }
 
@@ -34,7 +39,7 @@ private:
     struct Entry {
         std::size_t keyBegin;
         std::size_t keyLength;
-        NSString text;
+        Text text;
     };
 
     void insert(std::size_t hash, std::uint32_t entry);
