@@ -12,6 +12,8 @@
 #include "QKFoundation/platform/linux/LinuxPropertyLists.h"
 #include "QKFoundation/platform/linux/LinuxSystemConfiguration.h"
 #include "QKFoundation/platform/linux/LinuxTaskLauncher.h"
+#include "QKFoundation/platform/linux/LinuxUsers.h"
+#include "QKFoundation/platform/linux/StandardFolders.h"
 #include "QKFoundation/platform/linux/UpdateTool.h"
 
 #include <utility>
@@ -32,12 +34,13 @@ std::vector<ProgramSubstitute> substitutes() {
 
 Services makeLinuxServices(const LinuxRoot& root) {
     Codecs codecs = makeHostCodecs();
+    const auto users = std::make_shared<LinuxUsers>(root);
     return {.kernel = std::make_shared<LinuxKernel>(root),
             .processInfo = std::make_shared<LinuxProcessInfo>(root),
             .host = std::make_shared<LinuxHost>(root),
             .systemConfiguration = std::make_shared<LinuxSystemConfiguration>(root),
             .taskLauncher = std::make_shared<LinuxTaskLauncher>(substitutes()),
-            .fileManager = std::make_shared<LinuxFileManager>(root),
+            .fileManager = std::make_shared<LinuxFileManager>(root, StandardFolders(root, users)),
             .hostStatistics = std::make_shared<LinuxHostStatistics>(root),
             .processTable = std::make_shared<LinuxProcessTable>(root),
             .clock = nullptr,
@@ -47,7 +50,7 @@ Services makeLinuxServices(const LinuxRoot& root) {
             .launchServices = nullptr,
             .propertyLists = std::move(codecs.propertyLists),
             .crypto = std::move(codecs.crypto),
-            .users = nullptr,
+            .users = users,
             .dispatch = nullptr,
             .signalSources = nullptr,
             .distributedNotifications = nullptr,

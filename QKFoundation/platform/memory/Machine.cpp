@@ -13,7 +13,8 @@ std::shared_ptr<const Services> emptyMachine() {
     services.host = std::make_shared<MemoryHost>();
     services.systemConfiguration = std::make_shared<MemorySystemConfiguration>();
     services.taskLauncher = std::make_shared<MemoryTaskLauncher>();
-    services.fileManager = std::make_shared<MemoryFileManager>();
+    services.users = std::make_shared<MemoryUsers>();
+    services.fileManager = std::make_shared<MemoryFileManager>(services.users);
     services.hostStatistics = std::make_shared<MemoryHostStatistics>();
     services.processTable = std::make_shared<MemoryProcessTable>();
     services.clock = std::make_shared<MemoryClock>();
@@ -46,6 +47,7 @@ Machine::Machine(std::shared_ptr<const Services> services)
       timeZones(static_cast<MemoryTimeZones&>(*services->timeZones)),
       uniformTypes(static_cast<MemoryUniformTypes&>(*services->uniformTypes)),
       launchServices(static_cast<MemoryLaunchServices&>(*services->launchServices)),
+      users(static_cast<MemoryUsers&>(*services->users)),
       activityTracing(static_cast<MemoryActivityTracing&>(*services->activityTracing)),
       services_(std::move(services)) {}
 

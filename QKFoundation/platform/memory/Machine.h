@@ -11,6 +11,7 @@
 #include "QKFoundation/platform/memory/MemoryNames.h"
 #include "QKFoundation/platform/memory/MemoryProcessTable.h"
 #include "QKFoundation/platform/memory/MemoryTaskLauncher.h"
+#include "QKFoundation/platform/memory/MemoryUsers.h"
 #include "QKFoundation/platform/services/Services.h"
 
 #include <memory>
@@ -52,6 +53,7 @@ public:
     MemoryTimeZones& timeZones;
     MemoryUniformTypes& uniformTypes;
     MemoryLaunchServices& launchServices;
+    MemoryUsers& users;
     MemoryActivityTracing& activityTracing;
 
 private:
