@@ -3,6 +3,7 @@
 
 #include "QKFoundation/platform/linux/LinuxActivityTracing.h"
 #include "QKFoundation/platform/linux/LinuxCrypto.h"
+#include "QKFoundation/platform/linux/LinuxDispatch.h"
 #include "QKFoundation/platform/linux/LinuxFileManager.h"
 #include "QKFoundation/platform/linux/LinuxHost.h"
 #include "QKFoundation/platform/linux/LinuxHostStatistics.h"
@@ -51,7 +52,7 @@ Services makeLinuxServices(const LinuxRoot& root) {
             .propertyLists = std::move(codecs.propertyLists),
             .crypto = std::move(codecs.crypto),
             .users = users,
-            .dispatch = nullptr,
+            .dispatch = std::make_shared<LinuxDispatch>(),
             .signalSources = nullptr,
             .distributedNotifications = nullptr,
             .crashReporter = nullptr,

@@ -3,6 +3,7 @@
 
 #include "QKFoundation/platform/memory/MemoryActivityTracing.h"
 #include "QKFoundation/platform/memory/MemoryClock.h"
+#include "QKFoundation/platform/memory/MemoryDispatch.h"
 #include "QKFoundation/platform/memory/MemoryFileManager.h"
 #include "QKFoundation/platform/memory/MemoryHostStatistics.h"
 #include "QKFoundation/platform/memory/MemoryKernel.h"
@@ -49,6 +50,7 @@ public:
     MemoryHostStatistics& hostStatistics;
     MemoryProcessTable& processTable;
     MemoryClock& clock;
+    MemoryDispatch& dispatch;
     MemoryLocale& locale;
     MemoryTimeZones& timeZones;
     MemoryUniformTypes& uniformTypes;
