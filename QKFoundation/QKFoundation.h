@@ -137,5 +137,6 @@
 #include "QKFoundation/system_info/QKHardwareVolumeUsage.h"
 #include "QKFoundation/system_info/QKOSUpdateParser.h"
 #include "QKFoundation/system_info/QKSystemInfo.h"
+#include "QKFoundation/system_info/QKUTIUtils.h"
 #include "QKFoundation/system_info/QKUserUtils.h"
 #include "QKFoundation/system_info/QKWebKitUtils.h"
