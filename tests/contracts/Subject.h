@@ -45,6 +45,8 @@ public:
     /// At its console is "anna", user 1000.
     /// Volumes: "/", an internal disk named "System"; "/media/stick", a removable one, named "stick"; "/net", on
     /// another machine.
+    /// Its people read the German of Austria, traditional Chinese and English, in this order; it is set to the zone
+    /// "Europe/Berlin", the only one it knows. It knows the type "public.png" and those above it, and opens every URL.
     [[nodiscard]] virtual platform::Services described() = 0;
 
     /// An absolute path of an empty folder that may be written to.

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/memory/MemoryCodecs.h"
 
+#include "QKFoundation/platform/values/OldStylePropertyList.h"
+
 namespace qk::platform::memory {
 
-std::optional<Value> TextPropertyLists::propertyListWithData(const NSData& /*data*/,
+std::optional<Value> TextPropertyLists::propertyListWithData(const NSData& data,
                                                              NSPropertyListMutabilityOptions /*options*/) const {
-    return std::nullopt;
+    // A damaged binary list is not the word that it begins with.
+    return data.view().starts_with("bplist00") ? std::nullopt : internal::oldStylePropertyList(data.view());
 }
 
 std::optional<NSData> TextPropertyLists::dataWithPropertyList(const Value& /*value*/,

@@ -127,13 +127,5 @@ TEST_F(StandardFoldersOfLinux, NamesThatAreNotUTF8Survive) {
     EXPECT_EQ(files.searchPaths(NSCachesDirectory, NSUserDomainMask), std::vector{NSString(u"/caf\xDCE9"sv)});
 }
 
-TEST(ProcessVariable, IsNothingUnlessSet) {
-    ::unsetenv("QK_NO_SUCH_VARIABLE");
-    EXPECT_EQ(processVariable("QK_NO_SUCH_VARIABLE"), std::nullopt);
-    ::setenv("QK_NO_SUCH_VARIABLE", "", 1);
-    EXPECT_EQ(processVariable("QK_NO_SUCH_VARIABLE"), "");
-    ::unsetenv("QK_NO_SUCH_VARIABLE");
-}
-
 } // namespace
 } // namespace qk::platform
