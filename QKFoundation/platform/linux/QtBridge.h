@@ -18,7 +18,7 @@ namespace qk::platform {
 ///     return application.exec();
 ///
 /// Tasks, timers and events come also while a dialog that one of them opened runs an event loop of its own. The library
-/// does not link Qt: the host does. Threads: the one that runs the event loop.
+/// does not link Qt: the host does. What it calls must not destroy it. Threads: the one that runs the event loop.
 class QtBridge {
 public:
     /// Attaches the run loop of the main thread.
