@@ -6,7 +6,6 @@
 #include <pthread.h>
 #include <sched.h>
 #include <signal.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -24,19 +23,17 @@ namespace qk::platform {
 namespace {
 
 constexpr unsigned kMostThreads = 4;
+constexpr int kNiceness = 10; // a tenth of an ordinary thread's share
 constexpr std::chrono::seconds kIdleTime{5};
-
-// ioprio_set(2), which has no function in the C library.
-constexpr int kIOPriorityOfThread = 1;   // IOPRIO_WHO_PROCESS
-constexpr int kIOPriorityIdle = 3 << 13; // IOPRIO_CLASS_IDLE
 
 std::atomic<bool> processEnds = false;
 
+// Low, but not idle: under load an idle thread runs once a second, and until then the main thread waits for a lock that
+// it holds. The priority of reads and writes follows. Where the system refuses, the thread runs as any other.
 void lowerPriority() {
-    // Where the system refuses, the thread runs as any other.
     const sched_param parameters{};
-    ::pthread_setschedparam(::pthread_self(), SCHED_IDLE, &parameters);
-    ::syscall(SYS_ioprio_set, kIOPriorityOfThread, 0, kIOPriorityIdle);
+    ::pthread_setschedparam(::pthread_self(), SCHED_BATCH, &parameters);
+    [[maybe_unused]] const int niceness = ::nice(kNiceness);
 }
 
 // The calling thread takes no signals for a scope, nor does what is started in it.

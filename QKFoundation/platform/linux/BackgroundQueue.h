@@ -7,8 +7,8 @@
 
 namespace qk::platform {
 
-/// The global queue of background priority: threads that the scheduler runs when nobody else wants the processor and
-/// whose reads and writes wait for everybody else's. What they start (threads, children) inherits that.
+/// The global queue of background priority: threads that get a tenth of an ordinary thread's share of a busy processor
+/// and interrupt nobody. What they start (threads, children) inherits that.
 ///
 /// Threads exist only once something was submitted, one more for each task that finds all of them busy up to a limit,
 /// and end after a while without work. They take no signals. In a child made by fork the queue starts anew and empty.

@@ -5,6 +5,7 @@
 
 #include <sched.h>
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -131,19 +132,21 @@ TEST(BackgroundQueue, WithoutTasksThereAreNoThreads) {
     EXPECT_EQ(queue.threadCount(), 0U);
 }
 
-TEST(BackgroundQueue, TasksRunOnOtherThreadsOfTheLowestPriorityWithoutSignals) {
+TEST(BackgroundQueue, TasksRunOnOtherThreadsOfLowPriorityWithoutSignals) {
     BackgroundQueue queue({1, 1h});
     std::latch done(1);
+    const int ordinary = ::getpriority(PRIO_PROCESS, 0);
     queue.submit([&, submitter = std::this_thread::get_id()] {
         EXPECT_NE(std::this_thread::get_id(), submitter);
-        EXPECT_EQ(::sched_getscheduler(0), SCHED_IDLE);
+        EXPECT_EQ(::sched_getscheduler(0), SCHED_BATCH);
+        EXPECT_EQ(::getpriority(PRIO_PROCESS, 0), std::min(ordinary + 10, 19));
         sigset_t mask;
         ::pthread_sigmask(SIG_SETMASK, nullptr, &mask);
         EXPECT_EQ(::sigismember(&mask, SIGTERM), 1);
         done.count_down();
     });
     done.wait();
-    EXPECT_EQ(::sched_getscheduler(0), SCHED_OTHER);
+    EXPECT_EQ(::getpriority(PRIO_PROCESS, 0), ordinary);
     sigset_t mask;
     ::pthread_sigmask(SIG_SETMASK, nullptr, &mask);
     EXPECT_EQ(::sigismember(&mask, SIGTERM), 0);
