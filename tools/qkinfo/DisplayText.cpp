@@ -39,6 +39,14 @@ void appendSpelledOut(std::wstring& text, wchar_t character) {
     text.append(digits, digits + length);
 }
 
+void appendShown(std::wstring& text, wchar_t character) {
+    if (isUnseen(character)) {
+        appendSpelledOut(text, character);
+    } else {
+        text.push_back(character);
+    }
+}
+
 // Columns of one character behind `before`, 0 for none.
 std::size_t columnsOf(wchar_t character, wchar_t before) {
     if (character == kEmojiPresentation) {
@@ -118,13 +126,17 @@ std::wstring displayText(std::string_view utf8) {
             if (!text.empty() && text.back() != L' ') {
                 text.push_back(L' ');
             }
-        } else if (isUnseen(character)) {
-            appendSpelledOut(text, character);
         } else {
-            text.push_back(character);
+            appendShown(text, character);
         }
     }
     return std::wstring(withoutBlanksAtEnd(text));
+}
+
+std::wstring displayCharacter(wchar_t character) {
+    std::wstring text;
+    appendShown(text, character);
+    return text;
 }
 
 std::size_t displayWidth(std::wstring_view text) {
@@ -160,6 +172,19 @@ std::string displayBytes(std::wstring_view text) {
 
 std::string displayLine(std::string_view utf8) {
     return displayBytes(displayText(utf8));
+}
+
+std::string displayLines(std::string_view utf8) {
+    std::wstring text;
+    for (const wchar_t character : NSString::fromUTF8Lossy(utf8).utf32Lossy()) {
+        const bool isKept = character == L'\n' || character == L'\t' || character == L' ';
+        if (!isKept && (isBlank(character) || isUnseen(character))) {
+            appendSpelledOut(text, character);
+        } else {
+            text.push_back(character);
+        }
+    }
+    return displayBytes(text);
 }
 
 } // namespace qk::info

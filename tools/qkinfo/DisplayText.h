@@ -22,6 +22,10 @@ namespace qk::info {
 /// `kLongestDisplayText` characters is cut, with "..." at the end.
 [[nodiscard]] std::wstring displayText(std::string_view utf8);
 
+/// One character as it is shown where none may be lost: as in `displayText`, but white space and line ends count like
+/// the others, so a tab is "\x09".
+[[nodiscard]] std::wstring displayCharacter(wchar_t character);
+
 inline constexpr std::size_t kLongestDisplayText = 2000;
 
 /// The number of columns that `text`, which `displayText` made, takes on a terminal.
@@ -39,5 +43,9 @@ inline constexpr std::size_t kLongestDisplayText = 2000;
 
 /// `displayText` in UTF-8, for a message of one line.
 [[nodiscard]] std::string displayLine(std::string_view utf8);
+
+/// A text of any length with its line feeds, tabs and blanks as they are, and otherwise made harmless as `displayText`
+/// does it.
+[[nodiscard]] std::string displayLines(std::string_view utf8);
 
 } // namespace qk::info

@@ -6,7 +6,7 @@
 
 namespace qk::info {
 
-/// SIGINT, SIGTERM and SIGHUP as a descriptor, for the life of this object. One that the process was told to ignore
+/// SIGINT, SIGTERM, SIGHUP and SIGQUIT as a descriptor, for the life of this object. One that the process was told to ignore
 /// stays ignored. Only one object at a time.
 class InterruptSignals {
 public:
@@ -22,8 +22,8 @@ public:
     [[noreturn]] void dieOfReceived() const;
 
 private:
-    static constexpr std::array<int, 3> kSignals{SIGINT, SIGTERM, SIGHUP};
-    std::array<struct sigaction, 3> previous_{};
+    static constexpr std::array<int, 4> kSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
+    std::array<struct sigaction, 4> previous_{};
 };
 
 } // namespace qk::info

@@ -2,12 +2,16 @@
 #include "QKFoundation/platform/linux/LinuxPropertyLists.h"
 
 #include "QKFoundation/platform/linux/PropertyList.h"
+#include "QKFoundation/platform/values/OldStylePropertyList.h"
 
 namespace qk::platform {
 
 std::optional<Value> LinuxPropertyLists::propertyListWithData(const NSData& data,
                                                               NSPropertyListMutabilityOptions /*options*/) const {
-    return propertyList(data.view());
+    if (std::optional<Value> list = propertyList(data.view())) {
+        return list;
+    }
+    return data.view().starts_with("bplist00") ? std::nullopt : internal::oldStylePropertyList(data.view());
 }
 
 std::optional<NSData> LinuxPropertyLists::dataWithPropertyList(const Value& /*value*/,

@@ -2,18 +2,26 @@
 #include "QKFoundation/platform/linux/LinuxServices.h"
 
 #include "QKFoundation/platform/linux/LinuxActivityTracing.h"
+#include "QKFoundation/platform/linux/LinuxClock.h"
 #include "QKFoundation/platform/linux/LinuxCrypto.h"
 #include "QKFoundation/platform/linux/LinuxFileManager.h"
 #include "QKFoundation/platform/linux/LinuxHost.h"
 #include "QKFoundation/platform/linux/LinuxHostStatistics.h"
 #include "QKFoundation/platform/linux/LinuxKernel.h"
+#include "QKFoundation/platform/linux/LinuxLaunchServices.h"
+#include "QKFoundation/platform/linux/LinuxLocale.h"
 #include "QKFoundation/platform/linux/LinuxProcessInfo.h"
 #include "QKFoundation/platform/linux/LinuxProcessTable.h"
 #include "QKFoundation/platform/linux/LinuxPropertyLists.h"
 #include "QKFoundation/platform/linux/LinuxSystemConfiguration.h"
 #include "QKFoundation/platform/linux/LinuxTaskLauncher.h"
+#include "QKFoundation/platform/linux/LinuxTimeZones.h"
+#include "QKFoundation/platform/linux/LinuxUniformTypes.h"
 #include "QKFoundation/platform/linux/UpdateTool.h"
 
+#include <memory>
+#include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -28,23 +36,38 @@ std::vector<ProgramSubstitute> substitutes() {
     return result;
 }
 
+// This process's environment tells about the running system, not about captured files.
+std::optional<std::string> noVariable(const char* /*name*/) {
+    return std::nullopt;
+}
+
+std::shared_ptr<LaunchServices> launchServices(const LinuxRoot& root, const std::shared_ptr<TaskLauncher>& launcher,
+                                               const Variables& variables) {
+    if (!root.isHost()) {
+        return std::make_shared<NoLaunchServices>();
+    }
+    return std::make_shared<LinuxLaunchServices>(launcher, variables);
+}
+
 } // namespace
 
 Services makeLinuxServices(const LinuxRoot& root) {
     Codecs codecs = makeHostCodecs();
+    const auto launcher = std::make_shared<LinuxTaskLauncher>(substitutes());
+    const Variables variables = root.isHost() ? Variables(processVariable) : noVariable;
     return {.kernel = std::make_shared<LinuxKernel>(root),
             .processInfo = std::make_shared<LinuxProcessInfo>(root),
             .host = std::make_shared<LinuxHost>(root),
             .systemConfiguration = std::make_shared<LinuxSystemConfiguration>(root),
-            .taskLauncher = std::make_shared<LinuxTaskLauncher>(substitutes()),
+            .taskLauncher = launcher,
             .fileManager = std::make_shared<LinuxFileManager>(root),
             .hostStatistics = std::make_shared<LinuxHostStatistics>(root),
             .processTable = std::make_shared<LinuxProcessTable>(root),
-            .clock = nullptr,
-            .locale = nullptr,
-            .timeZones = nullptr,
-            .uniformTypes = nullptr,
-            .launchServices = nullptr,
+            .clock = std::make_shared<LinuxClock>(),
+            .locale = std::make_shared<LinuxLocale>(root, variables),
+            .timeZones = std::make_shared<LinuxTimeZones>(root, variables),
+            .uniformTypes = std::make_shared<LinuxUniformTypes>(root),
+            .launchServices = launchServices(root, launcher, variables),
             .propertyLists = std::move(codecs.propertyLists),
             .crypto = std::move(codecs.crypto),
             .users = nullptr,

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/memory/MemoryCodecs.h"
 
+#include "QKFoundation/platform/values/OldStylePropertyList.h"
+
 namespace qk::platform::memory {
 
-std::optional<Value> TextPropertyLists::propertyListWithData(const NSData& /*data*/,
+std::optional<Value> TextPropertyLists::propertyListWithData(const NSData& data,
                                                              NSPropertyListMutabilityOptions /*options*/) const {
-    return std::nullopt;
+    return internal::oldStylePropertyList(data.view());
 }
 
 std::optional<NSData> TextPropertyLists::dataWithPropertyList(const Value& /*value*/,

@@ -156,6 +156,13 @@ RC_GTEST_PROP(DisplayText, HoldsNoControlWhateverTheBytes, (const std::string& b
     }
 }
 
+TEST(DisplayText, LinesKeepTheirShape) {
+    EXPECT_EQ(displayLines(""), "");
+    EXPECT_EQ(displayLines(" a  b\t\n\nc\n"), " a  b\t\n\nc\n");
+    EXPECT_EQ(displayLines("a\r\v\x1b[31m\xe2\x80\xae\xff"), "a\\x0D\\x0B\\x1B[31m\\u202E\xef\xbf\xbd");
+    EXPECT_EQ(displayLines(std::string(2 * kLongestDisplayText, 'a')), std::string(2 * kLongestDisplayText, 'a'));
+}
+
 TEST(DisplayText, ClippingKeepsWholeCharacters) {
     EXPECT_EQ(clipped(L"", 3), L"");
     EXPECT_EQ(clipped(L"abc", 0), L"");

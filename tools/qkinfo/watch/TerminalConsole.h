@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "tools/qkinfo/InterruptSignals.h"
+#include "tools/qkinfo/TerminalSession.h"
 #include "tools/qkinfo/watch/Ticker.h"
 #include "tools/qkinfo/watch/WatchLoop.h"
 #include "tools/qkinfo/watch/WatchView.h"
-
-#include <termios.h>
-
-#include <optional>
 
 namespace qk::info {
 
@@ -19,7 +15,6 @@ class TerminalConsole final : public WatchConsole {
 public:
     /// `style` without its size, which is that of the terminal.
     TerminalConsole(std::chrono::milliseconds first, const WatchStyle& style);
-    ~TerminalConsole() override;
 
     [[nodiscard]] WatchEvent next() override;
     [[nodiscard]] int show(const WatchHistory& history) override;
@@ -27,21 +22,11 @@ public:
     [[nodiscard]] int finish(const WatchHistory& history) override;
 
 private:
-    void enter();
-    void leave();
-    void leaveForGood();
-    void handleSignal();
-    [[nodiscard]] bool readsQuit();
     [[nodiscard]] WatchStyle currentStyle() const;
 
     Ticker ticker_;
     WatchStyle style_;
-    InterruptSignals interrupts_;
-    int signals_ = -1; // a descriptor for changes of size, for being stopped and for going on
-    sigset_t previousMask_{};
-    int keyboard_ = -1;
-    std::optional<termios> previousMode_; // of the keyboard, while it is changed
-    bool entered_ = false;
+    TerminalSession session_;
 };
 
 } // namespace qk::info
