@@ -4,6 +4,7 @@
 #include "QKFoundation/platform/linux/LinuxActivityTracing.h"
 #include "QKFoundation/platform/linux/LinuxClock.h"
 #include "QKFoundation/platform/linux/LinuxCrypto.h"
+#include "QKFoundation/platform/linux/LinuxDispatch.h"
 #include "QKFoundation/platform/linux/LinuxFileManager.h"
 #include "QKFoundation/platform/linux/LinuxHost.h"
 #include "QKFoundation/platform/linux/LinuxHostStatistics.h"
@@ -17,6 +18,8 @@
 #include "QKFoundation/platform/linux/LinuxTaskLauncher.h"
 #include "QKFoundation/platform/linux/LinuxTimeZones.h"
 #include "QKFoundation/platform/linux/LinuxUniformTypes.h"
+#include "QKFoundation/platform/linux/LinuxUsers.h"
+#include "QKFoundation/platform/linux/StandardFolders.h"
 #include "QKFoundation/platform/linux/UpdateTool.h"
 
 #include <memory>
@@ -55,12 +58,13 @@ Services makeLinuxServices(const LinuxRoot& root) {
     Codecs codecs = makeHostCodecs();
     const auto launcher = std::make_shared<LinuxTaskLauncher>(substitutes());
     const Variables variables = root.isHost() ? Variables(processVariable) : noVariable;
+    const auto users = std::make_shared<LinuxUsers>(root);
     return {.kernel = std::make_shared<LinuxKernel>(root),
             .processInfo = std::make_shared<LinuxProcessInfo>(root),
             .host = std::make_shared<LinuxHost>(root),
             .systemConfiguration = std::make_shared<LinuxSystemConfiguration>(root),
             .taskLauncher = launcher,
-            .fileManager = std::make_shared<LinuxFileManager>(root),
+            .fileManager = std::make_shared<LinuxFileManager>(root, StandardFolders(root, users)),
             .hostStatistics = std::make_shared<LinuxHostStatistics>(root),
             .processTable = std::make_shared<LinuxProcessTable>(root),
             .clock = std::make_shared<LinuxClock>(),
@@ -70,8 +74,8 @@ Services makeLinuxServices(const LinuxRoot& root) {
             .launchServices = launchServices(root, launcher, variables),
             .propertyLists = std::move(codecs.propertyLists),
             .crypto = std::move(codecs.crypto),
-            .users = nullptr,
-            .dispatch = nullptr,
+            .users = users,
+            .dispatch = std::make_shared<LinuxDispatch>(),
             .signalSources = nullptr,
             .distributedNotifications = nullptr,
             .crashReporter = nullptr,

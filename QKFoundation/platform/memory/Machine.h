@@ -3,6 +3,7 @@
 
 #include "QKFoundation/platform/memory/MemoryActivityTracing.h"
 #include "QKFoundation/platform/memory/MemoryClock.h"
+#include "QKFoundation/platform/memory/MemoryDispatch.h"
 #include "QKFoundation/platform/memory/MemoryFileManager.h"
 #include "QKFoundation/platform/memory/MemoryHostStatistics.h"
 #include "QKFoundation/platform/memory/MemoryKernel.h"
@@ -11,6 +12,7 @@
 #include "QKFoundation/platform/memory/MemoryNames.h"
 #include "QKFoundation/platform/memory/MemoryProcessTable.h"
 #include "QKFoundation/platform/memory/MemoryTaskLauncher.h"
+#include "QKFoundation/platform/memory/MemoryUsers.h"
 #include "QKFoundation/platform/services/Services.h"
 
 #include <memory>
@@ -48,10 +50,12 @@ public:
     MemoryHostStatistics& hostStatistics;
     MemoryProcessTable& processTable;
     MemoryClock& clock;
+    MemoryDispatch& dispatch;
     MemoryLocale& locale;
     MemoryTimeZones& timeZones;
     MemoryUniformTypes& uniformTypes;
     MemoryLaunchServices& launchServices;
+    MemoryUsers& users;
     MemoryActivityTracing& activityTracing;
 
 private:

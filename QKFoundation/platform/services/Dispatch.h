@@ -10,7 +10,9 @@
 namespace qk::platform {
 
 /// The threads' run loops, the main queue and the global background queue.
-/// Threads: any, at the same time, unless an operation says otherwise.
+///
+/// An exception that leaves an asynchronous task ends the process, as one that leaves a thread does; an empty task is
+/// nothing to call. Threads: any, at the same time, unless an operation says otherwise.
 class QK_EXPORT Dispatch {
 public:
     Dispatch() = default;
@@ -24,7 +26,8 @@ public:
     /// `mainRunLoop`. The loop of the main thread; the same one for the life of the process.
     [[nodiscard]] virtual std::shared_ptr<RunLoop> mainRunLoop() = 0;
 
-    /// `currentRunLoop`. The loop of the calling thread, made when it is first asked for.
+    /// `currentRunLoop`. The loop of the calling thread, made when it is first asked for and released when the thread
+    /// ends and nobody else holds it.
     [[nodiscard]] virtual std::shared_ptr<RunLoop> currentRunLoop() = 0;
 
     /// `dispatch_async` to the main queue, which the main run loop serves: in the order of the calls.
@@ -34,7 +37,8 @@ public:
     /// reaches the caller. Called on the main thread it never returns, as a queue that waits for itself does.
     virtual void syncOnMainQueue(const std::function<void()>& task) = 0;
 
-    /// `dispatch_async` to the global queue of background priority: on some other thread, several at a time.
+    /// `dispatch_async` to the global queue of background priority: on some other thread, several at a time, begun in
+    /// the order of the calls. Tasks that have not begun when the process ends are not run.
     virtual void asyncOnBackgroundQueue(std::function<void()> task) = 0;
 };
 
