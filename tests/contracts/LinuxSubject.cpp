@@ -3,10 +3,13 @@
 
 #include "QKFoundation/platform/linux/FileSystemRepresentation.h"
 #include "QKFoundation/platform/linux/LinuxFileManager.h"
+#include "QKFoundation/platform/linux/LinuxLaunchServices.h"
 #include "QKFoundation/platform/linux/LinuxServices.h"
 
 #include "tests/platform/linux/DescribedDisks.h"
+#include "tests/platform/linux/Environment.h"
 #include "tests/platform/linux/TemporaryFolder.h"
+#include "tests/platform/values/ZoneBytes.h"
 
 #include <filesystem>
 #include <fstream>
@@ -30,17 +33,25 @@ public:
         root_.write("proc/stat", "cpu  11 44 22 33 0 0 0 0 0 0\ncpu0 1 4 2 3 0 0 0 0 0 0\n"
                                  "cpu2 10 40 20 30 0 0 0 0 0 0\nintr 0\nbtime 1795220992\n");
         root_.write("proc/version", "Example version 6.5\n");
+        root_.write("run/systemd/seats/seat0", "IS_SEAT0=1\nACTIVE=2\nACTIVE_UID=1000\n");
+        root_.write("run/systemd/sessions/2", "UID=1000\nUSER=anna\nCLASS=user\n");
+        root_.write("run/systemd/users/1000", "NAME=anna\nSTATE=active\n");
         std::filesystem::create_directories(root_.path("tmp/work"));
         describeMemory();
         describeProcesses();
         describeVolumes();
+        describePlace();
     }
 
     [[nodiscard]] platform::Services silent() override {
         return platform::makeLinuxServices(LinuxRoot(root_.path("nothing-here")));
     }
     [[nodiscard]] platform::Services described() override {
-        return platform::makeLinuxServices(LinuxRoot(root_.path()));
+        platform::Services services = platform::makeLinuxServices(LinuxRoot(root_.path()));
+        // On a machine that is only looked at nothing is opened, so it is told where the program for that lies.
+        services.launchServices = std::make_shared<platform::LinuxLaunchServices>(
+            services.taskLauncher, environment({{"PATH", root_.path("bin")}}));
+        return services;
     }
     [[nodiscard]] NSString emptyFolder() override { return "/tmp/work"; }
     void makeFile(const NSString& path) override {
@@ -77,6 +88,12 @@ private:
                                                mountLine("8:16", "/", "/media/stick", "vfat", "/dev/sdb") +
                                                mountLine("0:60", "/", "/net", "nfs4", "server:/export"));
         std::filesystem::create_directories(root_.path("media/stick"));
+    }
+    void describePlace() {
+        root_.write("etc/locale.conf", "LANG=en\nLANGUAGE=de_AT:zh_TW\n");
+        root_.write("usr/share/zoneinfo/Europe/Berlin", ZoneBytes::berlin().version2());
+        std::filesystem::create_symlink("/usr/share/zoneinfo/Europe/Berlin", root_.path("etc/localtime"));
+        std::filesystem::permissions(root_.write("bin/xdg-open", "#!/bin/sh\n"), std::filesystem::perms::owner_all);
     }
     static TaskRequest shell(const NSString& script, const std::vector<NSString>& more = {}) {
         TaskRequest request;

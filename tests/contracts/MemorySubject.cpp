@@ -35,6 +35,7 @@ void describe(Machine& machine) {
     machine.host.setUserName(NSString("anna"));
     machine.host.setLocalizedName(NSString("Anna’s laptop"));
     machine.systemConfiguration.setComputerName(NSString("laptop"));
+    machine.users.setConsoleUser(platform::ConsoleUser{"anna", 1000});
     machine.fileManager.addPropertyList("/System/Library/CoreServices/SystemVersion.plist",
                                         NSDictionary{{"ProductName", "Example Linux"},
                                                      {"ProductVersion", "22.04"},
@@ -81,6 +82,17 @@ void describeVolumes(Machine& machine) {
                                                        {NSURLVolumeURLForRemountingKey, server}});
 }
 
+void describePlace(Machine& machine) {
+    const NSTimeZone zone = NSTimeZone::timeZoneWithRule("Europe/Berlin", "CET-1CEST,M3.5.0,M10.5.0/3").value();
+    machine.locale.setPreferredLanguages({"de-AT", "zh-Hant", "en"});
+    machine.timeZones.addTimeZone(zone);
+    machine.timeZones.setSystemTimeZone(zone);
+    machine.uniformTypes.declareType("public.png", {"public.image"});
+    machine.uniformTypes.declareType("public.image", {"public.data", "public.content"});
+    machine.uniformTypes.declareType("public.data", {"public.item"});
+    machine.launchServices.setStatus(platform::LaunchServices::noErr);
+}
+
 TaskExit printingArguments(const TaskRequest& request) {
     std::string output;
     for (const NSString& argument : request.arguments) {
@@ -95,6 +107,7 @@ public:
         describe(described_);
         describeLoad(described_);
         describeVolumes(described_);
+        describePlace(described_);
         described_.fileManager.addDirectory("/tmp/work");
         auto& launcher = described_.taskLauncher;
         launcher.addProgram("/bin/hello", NSData("hello"));

@@ -23,6 +23,9 @@ constexpr const char* kFooter = "A fact that the system does not tell is shown a
 
 constexpr std::string_view kReport = "report";
 constexpr std::string_view kWatch = "watch";
+constexpr std::string_view kTranslate = "translate";
+constexpr std::string_view kFormat = "format";
+constexpr std::string_view kField = "field";
 
 constexpr const char* kVersionLine = "qkinfo " QKINFO_VERSION;
 
@@ -47,6 +50,28 @@ std::optional<std::uint64_t> countOf(const std::string& text) {
     return error == std::errc() && rest == end && count > 0 ? std::optional(count) : std::nullopt;
 }
 
+/// The library for the command line takes "[a,b]" for two values, and "--" for the end of a command that has what it
+/// needs. It leaves what begins with a zero byte, as no argument does.
+std::vector<std::string> marked(const std::vector<std::string>& arguments) {
+    std::vector<std::string> result;
+    bool isText = false; // behind "--"
+    for (const std::string& argument : arguments) {
+        if (!isText && argument == "--") {
+            isText = true;
+            continue;
+        }
+        const bool isMisread = argument.starts_with('[') || (isText && argument.starts_with('-'));
+        result.push_back((isMisread ? std::string(1, '\0') : "") + argument);
+    }
+    return result;
+}
+
+void unmark(std::string& argument) {
+    if (argument.starts_with('\0')) {
+        argument.erase(argument.begin());
+    }
+}
+
 /// The command line as the library for it sees it, and where it puts what it found.
 class Grammar {
 public:
@@ -64,10 +89,15 @@ public:
             addCommand(std::string(command.name), std::string(command.summary));
         }
         addWatch();
+        addTranslate();
+        addFormat();
+        addField();
     }
 
     void parse(const std::vector<std::string>& arguments) {
-        std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
+        const bool takesTexts = !arguments.empty() && (arguments.front() == kTranslate || arguments.front() == kFormat);
+        std::vector<std::string> reversed = takesTexts ? marked(arguments) : arguments;
+        std::ranges::reverse(reversed);
         app_.parse(reversed);
         if (app_.get_subcommands().empty()) {
             throw CLI::RequiredError("no command given", CLI::ExitCodes::RequiredError);
@@ -87,6 +117,24 @@ public:
         const std::string chosen = app_.get_subcommands().front()->get_name();
         if (chosen == kWatch) {
             return WatchInvocation{watch_, json_, color_};
+        }
+        if (chosen == kTranslate) {
+            TranslateInvocation invocation{translate_, json_};
+            unmark(invocation.options.key);
+            unmark(invocation.options.bundle);
+            if (invocation.options.language.has_value()) {
+                unmark(*invocation.options.language);
+            }
+            std::ranges::for_each(invocation.options.arguments, unmark);
+            return invocation;
+        }
+        if (chosen == kFormat) {
+            FormatInvocation invocation{{fieldKindNamed(fieldKind_), texts_}, json_};
+            std::ranges::for_each(invocation.options.texts, unmark);
+            return invocation;
+        }
+        if (chosen == kField) {
+            return FieldInvocation{fieldKindNamed(fieldKind_)};
         }
         Invocation invocation{{}, chosen == kReport, json_, color_};
         for (const Command& command : commands()) {
@@ -121,12 +169,64 @@ private:
             });
     }
 
-    CLI::App& addCommand(const std::string& name, const std::string& summary) {
-        static const std::map<std::string, ColorChoice> kChoices{
-            {"auto", ColorChoice::Auto}, {"always", ColorChoice::Always}, {"never", ColorChoice::Never}};
+    void addTranslate() {
+        CLI::App& translate = addPlainCommand(std::string(kTranslate), "A text of an application's bundle, formatted");
+        translate.add_option("--bundle", translate_.bundle, "The folder that holds the texts")
+            ->type_name("DIR")
+            ->required()
+            ->take_last();
+        translate
+            .add_option("--language", translate_.language, "The language's folder (default: what the user prefers)")
+            ->type_name("L")
+            ->take_last();
+        translate.add_option("KEY", translate_.key, "The key of the text")->type_name("")->required();
+        translate.add_option("ARG", translate_.arguments, "What stands for %1%, %2%, ... in the text")->type_name("");
+    }
+
+    void addFormat() {
+        CLI::App& format = addPlainCommand(std::string(kFormat), "What a field of the application makes of a text");
+        addFieldKind(format);
+        format.add_option("TEXT", texts_, "What is pasted into the empty field")
+            ->type_name("")
+            ->required()
+            ->check([](const std::string& text) {
+                return NSString::fromUTF8(text).has_value() ? "" : "\"" + text + "\" is not UTF-8";
+            });
+    }
+
+    void addField() {
+        CLI::App& field = *app_.add_subcommand(std::string(kField), "A field of the application to type into");
+        field.group("Commands");
+        field.footer("");
+        addFieldKind(field);
+    }
+
+    void addFieldKind(CLI::App& command) {
+        std::string names;
+        for (const FieldKind& kind : fieldKinds()) {
+            const bool isLast = kind.name == fieldKinds().back().name;
+            names.append(names.empty() ? "" : isLast ? " or " : ", ").append(kind.name);
+        }
+        command.add_option("KIND", fieldKind_, "The kind of field: " + names)
+            ->type_name("")
+            ->required()
+            ->check([names](const std::string& name) {
+                return fieldKindNamed(name) != nullptr ? "" : "\"" + name + "\" is not " + names;
+            });
+    }
+
+    CLI::App& addPlainCommand(const std::string& name, const std::string& summary) {
         CLI::App& command = *app_.add_subcommand(name, summary);
         command.group("Commands");
         command.add_flag("--json", json_, "Print JSON");
+        command.footer("");
+        return command;
+    }
+
+    CLI::App& addCommand(const std::string& name, const std::string& summary) {
+        static const std::map<std::string, ColorChoice> kChoices{
+            {"auto", ColorChoice::Auto}, {"always", ColorChoice::Always}, {"never", ColorChoice::Never}};
+        CLI::App& command = addPlainCommand(name, summary);
         command
             .add_option_function<std::string>(
                 "--color", [this](const std::string& choice) { color_ = kChoices.at(choice); },
@@ -136,7 +236,6 @@ private:
             ->check([](const std::string& choice) {
                 return kChoices.contains(choice) ? "" : "\"" + choice + "\" is not auto, always or never";
             });
-        command.footer("");
         return command;
     }
 
@@ -144,6 +243,9 @@ private:
     bool json_ = false;
     bool noUpdates_ = false;
     WatchOptions watch_;
+    TranslateOptions translate_;
+    std::string fieldKind_;
+    std::vector<std::string> texts_;
     ColorChoice color_ = ColorChoice::Auto;
 };
 
@@ -155,8 +257,8 @@ UsageError unexpectedArgument(const std::vector<std::string>& arguments, const s
     const auto isOption = [](const std::string& argument) { return argument.starts_with('-'); };
     const auto first = std::ranges::find_if_not(arguments, isOption);
     const auto isCommand = [](const std::string& argument) {
-        return argument == kReport || argument == kWatch ||
-               std::ranges::count(commands(), argument, &Command::name) > 0;
+        return argument == kReport || argument == kWatch || argument == kTranslate || argument == kFormat ||
+               argument == kField || std::ranges::count(commands(), argument, &Command::name) > 0;
     };
     if (first != arguments.end() && !isCommand(*first)) {
         return usageError("there is no command \"" + *first + "\"");

@@ -3,6 +3,8 @@
 
 #include "tools/qkinfo/Commands.h"
 #include "tools/qkinfo/Terminal.h"
+#include "tools/qkinfo/commands/Translate.h"
+#include "tools/qkinfo/field/Format.h"
 #include "tools/qkinfo/watch/WatchLoop.h"
 
 #include <string>
@@ -26,6 +28,23 @@ struct WatchInvocation {
     ColorChoice color = ColorChoice::Auto;
 };
 
+/// The command line asks for a text of an application.
+struct TranslateInvocation {
+    TranslateOptions options;
+    bool json = false;
+};
+
+/// The command line asks what fields show.
+struct FormatInvocation {
+    FormatOptions options;
+    bool json = false;
+};
+
+/// The command line asks for a field to type into.
+struct FieldInvocation {
+    const FieldKind* kind = nullptr;
+};
+
 /// The command line asks for a text that is known: the help, or the version.
 struct PlainText {
     std::string text;
@@ -36,7 +55,8 @@ struct UsageError {
     std::string message;
 };
 
-using ParsedCommandLine = std::variant<Invocation, WatchInvocation, PlainText, UsageError>;
+using ParsedCommandLine = std::variant<Invocation, WatchInvocation, TranslateInvocation, FormatInvocation,
+                                       FieldInvocation, PlainText, UsageError>;
 
 /// `arguments` are those behind the program's name, in the encoding that they came in.
 [[nodiscard]] ParsedCommandLine parseCommandLine(const std::vector<std::string>& arguments);

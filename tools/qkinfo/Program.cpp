@@ -9,6 +9,8 @@
 #include "tools/qkinfo/JsonRenderer.h"
 #include "tools/qkinfo/Output.h"
 #include "tools/qkinfo/TextRenderer.h"
+#include "tools/qkinfo/field/Field.h"
+#include "tools/qkinfo/field/FieldCells.h"
 #include "tools/qkinfo/watch/Watch.h"
 
 #include <unistd.h>
@@ -78,6 +80,34 @@ int answer(const Invocation& invocation, const Surroundings& surroundings) {
         sections, {output.width, usesColor(invocation.color, output, noColor), surroundings.clock->moment()}));
 }
 
+int answer(const TranslateInvocation& invocation) {
+    const Translated translated = translate(invocation.options);
+    if (invocation.json) {
+        return print(renderJson(std::vector{sectionOf(translated)}));
+    }
+    return print(displayLines(wellFormedUTF8(translated.text)) + "\n");
+}
+
+int answer(const FormatInvocation& invocation) {
+    const FieldKind& kind = *invocation.options.kind;
+    const std::vector<FormattedText> texts = formatted(invocation.options);
+    int status = print(invocation.json ? renderFormattedJson(kind, texts) : renderFormatted(texts));
+    for (const std::string& message : refusals(kind, texts)) {
+        status = fail(message);
+    }
+    return status;
+}
+
+int answer(const FieldInvocation& invocation) {
+    const std::optional<NSString> text = runField(*invocation.kind);
+    if (!text.has_value()) {
+        return kSuccess;
+    }
+    // What was pasted must not steer the terminal; a program gets it as it is.
+    const bool isShown = terminalAt(STDOUT_FILENO).isTerminal;
+    return print((isShown ? shownInField(*text) : wellFormedUTF8(*text)) + "\n");
+}
+
 } // namespace
 
 int runProgram(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
@@ -91,6 +121,15 @@ int runProgram(const std::vector<std::string>& arguments, const Surroundings& su
         }
         if (const auto* watching = std::get_if<WatchInvocation>(&parsed)) {
             return outcomeOfPrinting(watch(watching->options, watching->json, watching->color, *surroundings.clock));
+        }
+        if (const auto* translating = std::get_if<TranslateInvocation>(&parsed)) {
+            return answer(*translating);
+        }
+        if (const auto* formatting = std::get_if<FormatInvocation>(&parsed)) {
+            return answer(*formatting);
+        }
+        if (const auto* field = std::get_if<FieldInvocation>(&parsed)) {
+            return answer(*field);
         }
         return answer(std::get<Invocation>(parsed), surroundings);
     } catch (const NSException& exception) {

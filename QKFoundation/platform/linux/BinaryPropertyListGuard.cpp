@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::size_t kMostValues = std::size_t{1} << 21U;
 constexpr std::size_t kBytesLikeOneValue = 32;
+constexpr double kNearSeconds = 2147483647;       // what 32 bits hold
+constexpr double kMostSeconds = 9007199254740992; // 2^53: from there on whole seconds cannot be told apart
 
 std::uint64_t bigEndian(std::string_view bytes) {
     std::uint64_t value = 0;
@@ -239,8 +241,8 @@ private:
             return content.size() < 16 || bigEndian(content.substr(0, 8)) == 0;
         case Kind::Date: {
             const auto seconds = std::bit_cast<double>(bigEndian(content));
-            hasFarDates_ = hasFarDates_ || !(std::fabs(seconds) < 2147483647.0) || std::trunc(seconds) != seconds;
-            return true;
+            hasFarDates_ = hasFarDates_ || !(std::fabs(seconds) < kNearSeconds) || std::trunc(seconds) != seconds;
+            return std::fabs(seconds) < kMostSeconds;
         }
         case Kind::ASCII: return unicode::isASCII(content) && content.find('\0') == std::string_view::npos;
         case Kind::UTF16: return isTameUTF16(content);

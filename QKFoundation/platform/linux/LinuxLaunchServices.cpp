@@ -79,7 +79,7 @@ std::string LinuxLaunchServices::programNamed(const std::string& name) const {
     while (!folders.empty()) {
         const std::string_view folder = folders.substr(0, folders.find(':'));
         folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
-        const std::string program = std::string(folder) + "/" + name;
+        std::string program = std::string(folder) + "/" + name;
         if (folder.starts_with('/') && ::access(program.c_str(), X_OK) == 0) {
             return program;
         }

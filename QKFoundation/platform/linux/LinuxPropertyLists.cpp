@@ -2,6 +2,7 @@
 #include "QKFoundation/platform/linux/LinuxPropertyLists.h"
 
 #include "QKFoundation/platform/linux/PropertyList.h"
+#include "QKFoundation/platform/linux/PropertyListWriting.h"
 #include "QKFoundation/platform/values/OldStylePropertyList.h"
 
 namespace qk::platform {
@@ -14,9 +15,8 @@ std::optional<Value> LinuxPropertyLists::propertyListWithData(const NSData& data
     return data.view().starts_with("bplist00") ? std::nullopt : internal::oldStylePropertyList(data.view());
 }
 
-std::optional<NSData> LinuxPropertyLists::dataWithPropertyList(const Value& /*value*/,
-                                                               NSPropertyListFormat /*format*/) const {
-    return std::nullopt;
+std::optional<NSData> LinuxPropertyLists::dataWithPropertyList(const Value& value, NSPropertyListFormat format) const {
+    return dataOfPropertyList(value, format);
 }
 
 } // namespace qk::platform

@@ -59,16 +59,16 @@ std::shared_ptr<LaunchServices> launchServices(const LinuxRoot& root, const std:
 
 Services makeLinuxServices(const LinuxRoot& root) {
     Codecs codecs = makeHostCodecs();
+    const auto users = std::make_shared<LinuxUsers>(root);
     const auto launcher = std::make_shared<LinuxTaskLauncher>(substitutes());
     const Variables variables = root.isHost() ? Variables(processVariable) : noVariable;
-    const auto users = std::make_shared<LinuxUsers>(root);
     const auto dispatch = std::make_shared<LinuxDispatch>();
     return {.kernel = std::make_shared<LinuxKernel>(root),
             .processInfo = std::make_shared<LinuxProcessInfo>(root),
             .host = std::make_shared<LinuxHost>(root),
             .systemConfiguration = std::make_shared<LinuxSystemConfiguration>(root),
             .taskLauncher = launcher,
-            .fileManager = std::make_shared<LinuxFileManager>(root, StandardFolders(root, users)),
+            .fileManager = std::make_shared<LinuxFileManager>(root, StandardFolders(root, users, variables)),
             .hostStatistics = std::make_shared<LinuxHostStatistics>(root),
             .processTable = std::make_shared<LinuxProcessTable>(root),
             .clock = std::make_shared<LinuxClock>(),

@@ -2,78 +2,17 @@
 #include "QKFoundation/platform/linux/PropertyList.h"
 
 #include "QKFoundation/platform/linux/PropertyListGuard.h"
-#include "QKFoundation/platform/linux/UniqueHandle.h"
+#include "QKFoundation/platform/linux/PropertyListNodes.h"
 
 #include <plist/plist.h>
 
-#include <locale.h>
-
 #include <bit>
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
-#include <string>
 #include <utility>
 #include <vector>
 
 namespace qk::platform {
 namespace {
-
-constexpr double kSecondsFrom1970To2001 = 978307200;
-
-struct PropertyListPolicy {
-    using Handle = plist_t;
-    static constexpr plist_t none() noexcept { return nullptr; }
-    static void close(plist_t node) noexcept { plist_free(node); }
-};
-using UniquePropertyList = UniqueHandle<PropertyListPolicy>;
-
-struct Free {
-    void operator()(void* memory) const noexcept { std::free(memory); }
-};
-using UniqueMemory = std::unique_ptr<void, Free>;
-
-// The parser reads numbers by the rules of the thread's locale: where a comma stands for the point, 1.5 is 1.
-class PlainNumbers {
-public:
-    PlainNumbers() noexcept : previous_(::uselocale(plain())) {}
-    PlainNumbers(const PlainNumbers&) = delete;
-    PlainNumbers& operator=(const PlainNumbers&) = delete;
-    ~PlainNumbers() { ::uselocale(previous_); }
-
-private:
-    // Made once. Without memory for it the present one stays.
-    static locale_t plain() noexcept {
-        static const locale_t locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
-        return locale;
-    }
-
-    locale_t previous_;
-};
-
-using Parse = void(const char*, std::uint32_t, plist_t*);
-
-UniquePropertyList parsed(std::string_view bytes, Parse* parse) {
-    plist_t root = nullptr;
-    parse(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &root);
-    return UniquePropertyList(root);
-}
-
-bool equalsUnsigned(plist_t node, std::uint64_t bits) {
-    const UniquePropertyList other(plist_new_uint(bits));
-    return plist_compare_node_value(node, other.get()) != 0;
-}
-
-// The parser keeps an integer's bits and whether it is unsigned, but hands out the bits alone. Comparing with an
-// integer of the same bits shows the difference; which way round depends on the library's version.
-bool isNegative(plist_t node, std::uint64_t bits) {
-    static const bool equalMeansNegative = [] {
-        const UniquePropertyList minusOne =
-            parsed("<plist version=\"1.0\"><integer>-1</integer></plist>", plist_from_xml);
-        return equalsUnsigned(minusOne.get(), ~std::uint64_t{0});
-    }();
-    return (bits >> 63U) != 0 && equalsUnsigned(node, bits) == equalMeansNegative;
-}
 
 std::optional<Value> integer(plist_t node) {
     std::uint64_t bits = 0;

@@ -5,7 +5,6 @@
 #include "QKFoundation/platform/linux/ReadBytes.h"
 #include "QKFoundation/platform/linux/parse/UserDirectories.h"
 
-#include <cstdlib>
 #include <utility>
 
 namespace qk::platform {
@@ -27,17 +26,12 @@ std::string below(const std::string& folder, std::string_view name) {
 
 } // namespace
 
-std::optional<std::string> processVariable(const char* name) {
-    const char* const value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): a host that changes it must know
-    return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
-}
-
-StandardFolders::StandardFolders(LinuxRoot root, std::shared_ptr<const Users> users, ReadVariable readVariable)
-    : root_(std::move(root)), users_(std::move(users)), readVariable_(std::move(readVariable)) {}
+StandardFolders::StandardFolders(LinuxRoot root, std::shared_ptr<const Users> users, Variables variables)
+    : root_(std::move(root)), users_(std::move(users)), variables_(std::move(variables)) {}
 
 std::optional<std::string> StandardFolders::variable(const char* name) const {
     const bool isOfThisUser = users_->geteuid() == users_->getuid();
-    return isOfThisUser ? absolute(readVariable_(name)) : std::nullopt;
+    return isOfThisUser ? absolute(variables_(name)) : std::nullopt;
 }
 
 std::string StandardFolders::home() const {

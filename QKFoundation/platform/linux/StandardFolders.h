@@ -2,10 +2,10 @@
 #pragma once
 
 #include "QKFoundation/platform/linux/LinuxRoot.h"
+#include "QKFoundation/platform/linux/Variables.h"
 #include "QKFoundation/platform/services/SearchPaths.h"
 #include "QKFoundation/platform/services/Users.h"
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,18 +13,12 @@
 
 namespace qk::platform {
 
-/// Reads a variable of the environment; nothing when it is not set.
-using ReadVariable = std::function<std::optional<std::string>(const char* name)>;
-
-/// The process's own environment.
-[[nodiscard]] std::optional<std::string> processVariable(const char* name);
-
 /// The standard folders of the effective user, as the desktop's conventions place them. The environment is that of the
 /// user who started the process, so it does not count while the effective user is another one. Paths in it that are not
 /// absolute never count. Threads: any, at the same time.
 class StandardFolders {
 public:
-    StandardFolders(LinuxRoot root, std::shared_ptr<const Users> users, ReadVariable readVariable = processVariable);
+    StandardFolders(LinuxRoot root, std::shared_ptr<const Users> users, Variables variables = processVariable);
 
     /// The home folder of the password entry; for a user without one $HOME, else "/".
     [[nodiscard]] std::string home() const;
@@ -44,7 +38,7 @@ private:
 
     LinuxRoot root_;
     std::shared_ptr<const Users> users_;
-    ReadVariable readVariable_;
+    Variables variables_;
 };
 
 } // namespace qk::platform

@@ -7,7 +7,8 @@ namespace qk::platform::memory {
 
 std::optional<Value> TextPropertyLists::propertyListWithData(const NSData& data,
                                                              NSPropertyListMutabilityOptions /*options*/) const {
-    return internal::oldStylePropertyList(data.view());
+    // A damaged binary list is not the word that it begins with.
+    return data.view().starts_with("bplist00") ? std::nullopt : internal::oldStylePropertyList(data.view());
 }
 
 std::optional<NSData> TextPropertyLists::dataWithPropertyList(const Value& /*value*/,

@@ -38,9 +38,10 @@ public:
                                 std::optional<NSString>& errorDescription) const;
 
     /// `isPartialStringValid:proposedSelectedRange:originalString:originalSelectedRange:errorDescription:`. Judges an
-    /// edit. True accepts `partialString` as it was proposed. False refuses it: the field shows what `partialString`
-    /// and `proposedSelectedRange` hold afterwards when the formatter changed the text, and the text before the edit
-    /// when it did not. `originalString` and `originalSelectedRange` are the text and the selection before the edit.
+    /// edit. True accepts `partialString` as it was proposed. False corrects or refuses it: when the formatter replaced
+    /// `partialString`, the field shows that with the caret of `proposedSelectedRange`, and else the text before the
+    /// edit. A text may be replaced by an equal one, so that is a matter of its `storage()`, which is another one then.
+    /// `originalString` and `originalSelectedRange` are the text and the selection before the edit.
     /// Accepts everything here.
     virtual bool isPartialStringValid(NSString& partialString, NSRange& proposedSelectedRange,
                                       const NSString& originalString, NSRange originalSelectedRange,

@@ -63,17 +63,27 @@ struct Notification {
     bool isPrior = false;
 };
 
+// The keys as strings, made once.
+struct ChangeKeys {
+    NSString kind = NSKeyValueChangeKindKey;
+    NSString newValue = NSKeyValueChangeNewKey;
+    NSString notificationIsPrior = NSKeyValueChangeNotificationIsPriorKey;
+    NSString oldValue = NSKeyValueChangeOldKey;
+};
+
 NSDictionary changeFor(const Registration& registration, const Notification& notification) {
+    static const ChangeKeys& keys = *new ChangeKeys;
     std::vector<NSDictionary::Entry> entries;
-    entries.emplace_back(NSKeyValueChangeKindKey, static_cast<std::uint64_t>(NSKeyValueChange::Setting));
+    entries.reserve(3);
+    entries.emplace_back(keys.kind, static_cast<std::uint64_t>(NSKeyValueChange::Setting));
     if (notification.tellsOld && hasOption(registration.options, NSKeyValueObservingOptions::Old)) {
-        entries.emplace_back(NSKeyValueChangeOldKey, markedIfNil(notification.oldValue));
+        entries.emplace_back(keys.oldValue, markedIfNil(notification.oldValue));
     }
     if (notification.tellsNew && hasOption(registration.options, NSKeyValueObservingOptions::New)) {
-        entries.emplace_back(NSKeyValueChangeNewKey, markedIfNil(notification.newValue));
+        entries.emplace_back(keys.newValue, markedIfNil(notification.newValue));
     }
     if (notification.isPrior) {
-        entries.emplace_back(NSKeyValueChangeNotificationIsPriorKey, true);
+        entries.emplace_back(keys.notificationIsPrior, true);
     }
     return NSDictionary(std::move(entries));
 }

@@ -10,6 +10,7 @@
 ///
 /// Every operation is evaluated as written, each step rounded on its own. Threads: any.
 
+/* NOLINTBEGIN(modernize-use-using): C reads this header too */
 typedef struct CGPoint {
     double x;
     double y;
@@ -28,6 +29,7 @@ typedef struct CGRect {
 typedef CGPoint NSPoint;
 typedef CGSize NSSize;
 typedef CGRect NSRect;
+/* NOLINTEND(modernize-use-using) */
 
 #ifdef __cplusplus
 extern "C" {

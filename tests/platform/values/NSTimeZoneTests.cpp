@@ -240,15 +240,15 @@ TEST(NSTimeZoneRule, SouthernSummersGoOverTheNewYear) {
 TEST(NSTimeZoneRule, DaysAreCountedWithAndWithoutTheLeapDay) {
     // 2016 is a leap year: its day 60, counted from 0, is the first of March, and so is the 60th without the leap day.
     const double march = kJanuary + 60 * kDay;
-    for (const char* const text : {"XXX0YYY-1,60/0,200/0", "XXX0YYY-1,J60/0,J200/0"}) {
-        EXPECT_EQ(told(rule(text).value(), march - 1), "XXX 0") << text;
-        EXPECT_EQ(told(rule(text).value(), march), "YYY 3600 daylight") << text;
+    for (const char* const text : {"WIN0SUM-1,60/0,200/0", "WIN0SUM-1,J60/0,J200/0"}) {
+        EXPECT_EQ(told(rule(text).value(), march - 1), "WIN 0") << text;
+        EXPECT_EQ(told(rule(text).value(), march), "SUM 3600 daylight") << text;
     }
     const double marchOf2015 = kJanuary - 365 * kDay + 59 * kDay;
-    EXPECT_EQ(told(rule("XXX0YYY-1,J60/0,J200/0").value(), marchOf2015), "YYY 3600 daylight");
-    EXPECT_EQ(told(rule("XXX0YYY-1,60/0,200/0").value(), marchOf2015), "XXX 0");
+    EXPECT_EQ(told(rule("WIN0SUM-1,J60/0,J200/0").value(), marchOf2015), "SUM 3600 daylight");
+    EXPECT_EQ(told(rule("WIN0SUM-1,60/0,200/0").value(), marchOf2015), "WIN 0");
     const double february29 = kJanuary + 59 * kDay;
-    EXPECT_EQ(told(rule("XXX0YYY-1,J59/0,J60/0").value(), february29), "YYY 3600 daylight") << "it belongs to the 28th";
+    EXPECT_EQ(told(rule("WIN0SUM-1,J59/0,J60/0").value(), february29), "SUM 3600 daylight") << "it belongs to the 28th";
 }
 
 TEST(NSTimeZoneRule, TimesMayLieBeyondTheDay) {
@@ -263,7 +263,7 @@ TEST(NSTimeZoneRule, TimesMayLieBeyondTheDay) {
 }
 
 TEST(NSTimeZoneRule, DaylightSavingTimeMayLastAllYear) {
-    const NSTimeZone zone = rule("XXX3EDT4,0/0,J365/23").value();
+    const NSTimeZone zone = rule("WIN3EDT4,0/0,J365/23").value();
     for (double day = 0; day < 800; day += 0.25) {
         EXPECT_EQ(told(zone, kJanuary + day * kDay), "EDT -14400 daylight") << day;
     }

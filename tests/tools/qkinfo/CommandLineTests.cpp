@@ -25,6 +25,10 @@ WatchInvocation watchOf(const std::vector<std::string>& arguments) {
     return std::get<WatchInvocation>(parseCommandLine(arguments));
 }
 
+TranslateInvocation translateOf(const std::vector<std::string>& arguments) {
+    return std::get<TranslateInvocation>(parseCommandLine(arguments));
+}
+
 std::vector<std::string_view> sectionsOf(const std::vector<std::string>& arguments) {
     std::vector<std::string_view> names;
     for (const Command* command : invocationOf(arguments).commands) {
@@ -120,13 +124,46 @@ TEST(CommandLine, OnlyWatchHasAnInterval) {
     EXPECT_EQ(errorOf({"watch", "cpu"}), "unexpected argument \"cpu\" (see qkinfo --help)");
 }
 
+TEST(CommandLine, TranslateNeedsABundleAndAKey) {
+    EXPECT_EQ(errorOf({"translate"}), "--bundle is required (see qkinfo --help)");
+    EXPECT_EQ(errorOf({"translate", "--bundle", "B"}), "KEY is required (see qkinfo --help)");
+    EXPECT_EQ(errorOf({"translate", "key"}), "--bundle is required (see qkinfo --help)");
+    EXPECT_EQ(errorOf({"translate", "--bundle", "B", "key", "--colour"}),
+              "unexpected argument \"--colour\" (see qkinfo --help)");
+}
+
+TEST(CommandLine, TranslateHasAnyNumberOfArguments) {
+    const TranslateInvocation bare = translateOf({"translate", "--bundle", "B", "key"});
+    EXPECT_EQ(bare.options.bundle, "B");
+    EXPECT_EQ(bare.options.language, std::nullopt);
+    EXPECT_EQ(bare.options.key, "key");
+    EXPECT_THAT(bare.options.arguments, ElementsAre());
+    EXPECT_FALSE(bare.json);
+
+    const TranslateInvocation told =
+        translateOf({"translate", "key", "a", "os", "--json", "--language=de", "--bundle=B", "--", "-x", "--json"});
+    EXPECT_EQ(told.options.language, "de");
+    EXPECT_THAT(told.options.arguments, ElementsAre("a", "os", "-x", "--json"));
+    EXPECT_TRUE(told.json);
+}
+
+TEST(CommandLine, ArgumentsOfTranslateAreTakenAsTheyAre) {
+    const TranslateInvocation told = translateOf({"translate", "--bundle", "[B]", "--language", "[L]", "[a,b]", "[c,d]",
+                                                  "[]", "", "{}", "[\"e\"]", "\"f\"", "\xff"});
+    EXPECT_EQ(told.options.bundle, "[B]");
+    EXPECT_EQ(told.options.language, "[L]");
+    EXPECT_EQ(told.options.key, "[a,b]");
+    EXPECT_THAT(told.options.arguments, ElementsAre("[c,d]", "[]", "", "{}", "[\"e\"]", "\"f\"", "\xff"));
+}
+
 TEST(CommandLine, HelpFitsIntoEightyColumns) {
     for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--help"},
                                                       {"-h"},
                                                       {"report", "--help"},
                                                       {"os", "-h"},
                                                       {"updates", "--help"},
-                                                      {"watch", "--help"}}) {
+                                                      {"watch", "--help"},
+                                                      {"translate", "--help"}}) {
         const std::string text = std::get<PlainText>(parseCommandLine(arguments)).text;
         EXPECT_THAT(text, HasSubstr("Usage: qkinfo"));
         EXPECT_THAT(text, testing::EndsWith("\n"));

@@ -5,7 +5,6 @@
 
 #include <pty.h>
 #include <sys/ioctl.h>
-#include <termios.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -51,7 +50,11 @@ std::string OnTerminal::readNext(std::string_view text) {
 }
 
 void OnTerminal::type(char key) const {
-    EXPECT_EQ(write(terminal_, &key, 1), 1);
+    type({&key, 1});
+}
+
+void OnTerminal::type(std::string_view keys) const {
+    EXPECT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
 }
 
 void OnTerminal::resize(unsigned short columns, unsigned short lines) const {
@@ -66,9 +69,14 @@ void OnTerminal::send(int signal) const {
 }
 
 bool OnTerminal::isInLineMode() const {
+    const termios now = mode();
+    return (now.c_lflag & ICANON) != 0 && (now.c_lflag & ECHO) != 0;
+}
+
+termios OnTerminal::mode() const {
     termios mode{};
     EXPECT_EQ(tcgetattr(terminal_, &mode), 0);
-    return (mode.c_lflag & ICANON) != 0 && (mode.c_lflag & ECHO) != 0;
+    return mode;
 }
 
 Finished OnTerminal::finish() {

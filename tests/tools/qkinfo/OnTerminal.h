@@ -4,6 +4,7 @@
 #include "tests/tools/qkinfo/Child.h"
 
 #include <sys/types.h>
+#include <termios.h>
 
 #include <functional>
 #include <string>
@@ -32,11 +33,15 @@ public:
     std::string readNext(std::string_view text);
 
     void type(char key) const;
+    void type(std::string_view keys) const;
     void resize(unsigned short columns, unsigned short lines) const;
     void send(int signal) const;
 
     /// Whether the terminal shows what is typed, and hands it out in lines.
     [[nodiscard]] bool isInLineMode() const;
+
+    /// What is said of the terminal now: its modes and special keys.
+    [[nodiscard]] termios mode() const;
 
     /// Everything that was shown, with the terminal's line ends.
     Finished finish();

@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: Apache-2.0
+// A session bus as desktops run it, with a portal of the test's own on it.
+#include "QKFoundation/platform/linux/BusConnection.h"
+#include "QKFoundation/platform/linux/LinuxLaunchServices.h"
+#include "QKFoundation/platform/memory/MemoryTaskLauncher.h"
+
+#include "tests/platform/linux/Child.h"
+#include "tests/platform/linux/Environment.h"
+#include "tests/platform/linux/TemporaryFolder.h"
+#include "tests/platform/values/Printing.h"
+
+#include <gtest/gtest.h>
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <filesystem>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <thread>
+
+namespace qk::platform {
+namespace {
+
+using tests::environment;
+using tests::TemporaryFolder;
+
+constexpr const char* kDaemon = "/usr/bin/dbus-daemon";
+constexpr const char* kPortal = "org.freedesktop.portal.Desktop";
+
+// The daemon, which could start a portal if it were asked to: one that leaves the file "started" behind.
+class SessionBus {
+public:
+    SessionBus() {
+        const std::string starter = folder_.write("start", "#!/bin/sh\ntouch '" + folder_.path("started") + "'\n");
+        ::chmod(starter.c_str(), S_IRWXU);
+        folder_.write("services/portal.service",
+                      std::string("[D-BUS Service]\nName=") + kPortal + "\nExec=" + starter + "\n");
+        const std::string configuration =
+            folder_.write("configuration", "<busconfig><type>session</type><listen>unix:path=" + folder_.path("bus") +
+                                               "</listen><servicedir>" + folder_.path("services") +
+                                               "</servicedir><policy context=\"default\"><allow send_destination=\"*\" "
+                                               "eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow own=\"*\"/>"
+                                               "</policy></busconfig>");
+        std::array<int, 2> ready{};
+        if (::pipe(ready.data()) != 0) {
+            throw std::runtime_error("pipe");
+        }
+        daemon_.emplace([&] {
+            const std::string option = "--config-file=" + configuration;
+            const std::string report = "--print-address=" + std::to_string(ready[1]);
+            ::execl(kDaemon, kDaemon, option.c_str(), report.c_str(), "--nofork", nullptr);
+            ::_exit(1);
+        });
+        ::close(ready[1]);
+        // It prints its address once it listens; the end of the pipe means that it did not start.
+        char first = 0;
+        isReady_ = ::read(ready[0], &first, 1) == 1;
+        ::close(ready[0]);
+    }
+
+    [[nodiscard]] bool isReady() const { return isReady_; }
+    [[nodiscard]] std::string address() const { return "unix:path=" + folder_.path("bus"); }
+    [[nodiscard]] bool hasStartedAPortal() const { return std::filesystem::exists(folder_.path("started")); }
+
+private:
+    TemporaryFolder folder_;
+    std::optional<tests::Child> daemon_;
+    bool isReady_ = false;
+};
+
+// Takes every request that is sent to the portal's name.
+class Portal {
+public:
+    explicit Portal(const std::string& address) : stop_(::eventfd(0, EFD_CLOEXEC)) {
+        sd_bus* made = nullptr;
+        sd_bus_new(&made);
+        bus_.reset(made);
+        sd_bus_set_address(made, address.c_str());
+        sd_bus_set_bus_client(made, 1);
+        sd_bus_start(made);
+        sd_bus_add_filter(made, nullptr, answer, this);
+        ownsName_ = sd_bus_request_name(made, kPortal, 0) >= 0;
+        thread_ = std::thread([this] { serve(); });
+    }
+    Portal(const Portal&) = delete;
+    Portal& operator=(const Portal&) = delete;
+    ~Portal() {
+        ::eventfd_write(stop_, 1);
+        thread_.join();
+        ::close(stop_);
+    }
+
+    [[nodiscard]] bool ownsName() const { return ownsName_; }
+    [[nodiscard]] int requests() const { return requests_; }
+
+private:
+    static int answer(sd_bus_message* message, void* self, sd_bus_error* /*error*/) {
+        if (sd_bus_message_is_method_call(message, "org.freedesktop.portal.OpenURI", nullptr) <= 0) {
+            return 0; // the library itself answers pings
+        }
+        ++static_cast<Portal*>(self)->requests_;
+        return sd_bus_reply_method_return(message, "o", "/request/1");
+    }
+
+    void serve() {
+        for (;;) {
+            const int handled = sd_bus_process(bus_.get(), nullptr);
+            if (handled < 0) {
+                return;
+            }
+            if (handled > 0) {
+                continue;
+            }
+            std::array<pollfd, 2> watched{
+                {{sd_bus_get_fd(bus_.get()), static_cast<short>(sd_bus_get_events(bus_.get())), 0},
+                 {stop_, POLLIN, 0}}};
+            if (::poll(watched.data(), watched.size(), -1) < 0 || watched[1].revents != 0) {
+                return;
+            }
+        }
+    }
+
+    UniqueBus bus_;
+    int stop_;
+    bool ownsName_ = false;
+    std::atomic<int> requests_ = 0;
+    std::thread thread_;
+};
+
+struct OnASessionBus : testing::Test {
+    void SetUp() override {
+        if (::access(kDaemon, X_OK) != 0) {
+            GTEST_SKIP() << "there is no " << kDaemon;
+        }
+        bus.emplace();
+        ASSERT_TRUE(bus->isReady());
+    }
+
+    [[nodiscard]] std::int32_t open(const NSURL& url) const {
+        return LinuxLaunchServices(
+                   launcher, environment({{"DBUS_SESSION_BUS_ADDRESS", bus->address()}, {"PATH", "/nonexistent"}}))
+            .openURL(url);
+    }
+
+    std::optional<SessionBus> bus;
+    std::shared_ptr<memory::MemoryTaskLauncher> launcher = std::make_shared<memory::MemoryTaskLauncher>();
+};
+
+TEST_F(OnASessionBus, PortalThatDoesNotRunIsNotStarted) {
+    EXPECT_EQ(open(NSURL::URLWithString("http://h/").value()), LaunchServices::kLSApplicationNotFoundErr);
+    EXPECT_FALSE(bus->hasStartedAPortal());
+}
+
+TEST_F(OnASessionBus, PortalThatRunsOpensURLsAndFiles) {
+    const TemporaryFolder folder;
+    const Portal portal(bus->address());
+    ASSERT_TRUE(portal.ownsName());
+    EXPECT_EQ(open(NSURL::URLWithString("http://h/").value()), LaunchServices::noErr);
+    EXPECT_EQ(portal.requests(), 1);
+    EXPECT_EQ(open(NSURL::fileURLWithPath(text(folder.path()), true).value()), LaunchServices::noErr);
+    EXPECT_EQ(portal.requests(), 2);
+}
+
+} // namespace
+} // namespace qk::platform
