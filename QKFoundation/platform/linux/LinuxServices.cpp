@@ -3,6 +3,7 @@
 
 #include "QKFoundation/platform/linux/LinuxActivityTracing.h"
 #include "QKFoundation/platform/linux/LinuxClock.h"
+#include "QKFoundation/platform/linux/LinuxCrashReporter.h"
 #include "QKFoundation/platform/linux/LinuxCrypto.h"
 #include "QKFoundation/platform/linux/LinuxDispatch.h"
 #include "QKFoundation/platform/linux/LinuxFileManager.h"
@@ -11,9 +12,11 @@
 #include "QKFoundation/platform/linux/LinuxKernel.h"
 #include "QKFoundation/platform/linux/LinuxLaunchServices.h"
 #include "QKFoundation/platform/linux/LinuxLocale.h"
+#include "QKFoundation/platform/linux/LinuxNotifications.h"
 #include "QKFoundation/platform/linux/LinuxProcessInfo.h"
 #include "QKFoundation/platform/linux/LinuxProcessTable.h"
 #include "QKFoundation/platform/linux/LinuxPropertyLists.h"
+#include "QKFoundation/platform/linux/LinuxSignalSources.h"
 #include "QKFoundation/platform/linux/LinuxSystemConfiguration.h"
 #include "QKFoundation/platform/linux/LinuxTaskLauncher.h"
 #include "QKFoundation/platform/linux/LinuxTimeZones.h"
@@ -59,6 +62,7 @@ Services makeLinuxServices(const LinuxRoot& root) {
     const auto users = std::make_shared<LinuxUsers>(root);
     const auto launcher = std::make_shared<LinuxTaskLauncher>(substitutes());
     const Variables variables = root.isHost() ? Variables(processVariable) : noVariable;
+    const auto dispatch = std::make_shared<LinuxDispatch>();
     return {.kernel = std::make_shared<LinuxKernel>(root),
             .processInfo = std::make_shared<LinuxProcessInfo>(root),
             .host = std::make_shared<LinuxHost>(root),
@@ -75,10 +79,10 @@ Services makeLinuxServices(const LinuxRoot& root) {
             .propertyLists = std::move(codecs.propertyLists),
             .crypto = std::move(codecs.crypto),
             .users = users,
-            .dispatch = std::make_shared<LinuxDispatch>(),
-            .signalSources = nullptr,
-            .distributedNotifications = nullptr,
-            .crashReporter = nullptr,
+            .dispatch = dispatch,
+            .signalSources = std::make_shared<LinuxSignalSources>(dispatch),
+            .distributedNotifications = makeLinuxNotifications(dispatch, variables),
+            .crashReporter = std::make_shared<LinuxCrashReporter>(),
             .activityTracing = std::make_shared<LinuxActivityTracing>()};
 }
 

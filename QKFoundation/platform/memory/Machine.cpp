@@ -25,6 +25,9 @@ std::shared_ptr<const Services> emptyMachine() {
     services.uniformTypes = std::make_shared<MemoryUniformTypes>();
     services.launchServices = std::make_shared<MemoryLaunchServices>();
     services.activityTracing = std::make_shared<MemoryActivityTracing>();
+    services.signalSources = std::make_shared<MemorySignalSources>(services.dispatch);
+    services.distributedNotifications = std::make_shared<MemoryDistributedNotifications>(services.dispatch);
+    services.crashReporter = std::make_shared<MemoryCrashReporter>();
     const Codecs codecs = makeHostCodecs();
     services.propertyLists = codecs.propertyLists;
     services.crypto = codecs.crypto;
@@ -52,6 +55,9 @@ Machine::Machine(std::shared_ptr<const Services> services)
       launchServices(static_cast<MemoryLaunchServices&>(*services->launchServices)),
       users(static_cast<MemoryUsers&>(*services->users)),
       activityTracing(static_cast<MemoryActivityTracing&>(*services->activityTracing)),
+      signalSources(static_cast<MemorySignalSources&>(*services->signalSources)),
+      distributedNotifications(static_cast<MemoryDistributedNotifications&>(*services->distributedNotifications)),
+      crashReporter(static_cast<MemoryCrashReporter&>(*services->crashReporter)),
       services_(std::move(services)) {}
 
 Machine::~Machine() = default;

@@ -10,7 +10,9 @@
 #include "QKFoundation/platform/memory/MemoryLaunchServices.h"
 #include "QKFoundation/platform/memory/MemoryLocale.h"
 #include "QKFoundation/platform/memory/MemoryNames.h"
+#include "QKFoundation/platform/memory/MemoryNotifications.h"
 #include "QKFoundation/platform/memory/MemoryProcessTable.h"
+#include "QKFoundation/platform/memory/MemorySignals.h"
 #include "QKFoundation/platform/memory/MemoryTaskLauncher.h"
 #include "QKFoundation/platform/memory/MemoryUsers.h"
 #include "QKFoundation/platform/services/Services.h"
@@ -57,6 +59,9 @@ public:
     MemoryLaunchServices& launchServices;
     MemoryUsers& users;
     MemoryActivityTracing& activityTracing;
+    MemorySignalSources& signalSources;
+    MemoryDistributedNotifications& distributedNotifications;
+    MemoryCrashReporter& crashReporter;
 
 private:
     explicit Machine(std::shared_ptr<const Services> services);
