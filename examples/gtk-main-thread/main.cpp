@@ -15,7 +15,6 @@
 
 namespace {
 
-using qk::platform::RunLoop;
 using qk::platform::RunLoopSource;
 
 constexpr int kSteps = 4;

@@ -3,7 +3,6 @@
 
 #include "QKFoundation/platform/linux/UniqueHandle.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
@@ -12,22 +11,14 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdint>
-#include <filesystem>
-#include <iterator>
-#include <set>
 #include <string>
 #include <system_error>
-#include <thread>
 #include <vector>
 
 namespace qk::platform {
 namespace {
-
-using testing::ElementsAre;
 
 struct Pipe {
     Pipe() {
@@ -45,18 +36,6 @@ struct Pipe {
     UniqueFD reader;
     UniqueFD writer;
 };
-
-// The eventfds of this process.
-std::set<int> eventDescriptors() {
-    std::set<int> result;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
-        std::error_code gone; // the iterator's own descriptor
-        if (std::filesystem::read_symlink(entry.path(), gone) == "anon_inode:[eventfd]") {
-            result.insert(std::stoi(entry.path().filename()));
-        }
-    }
-    return result;
-}
 
 class LinuxRunLoopTest : public testing::Test {
 protected:
@@ -221,78 +200,6 @@ TEST_F(LinuxRunLoopTest, TasksOfALoopThatGoesAreGivenBack) {
     EXPECT_EQ(held.use_count(), 1);
 }
 
-TEST_F(LinuxRunLoopTest, TheDescriptorIsReadableWheneverThereIsSomethingToCall) {
-    EXPECT_FALSE(isReadable());
-    loop_->perform([this] {
-        ++calls_;
-        loop_->perform([this] { ++calls_; });
-    });
-    EXPECT_TRUE(isReadable());
-    EXPECT_TRUE(loop_->drain());
-    EXPECT_TRUE(isReadable());
-    EXPECT_TRUE(loop_->drain());
-    EXPECT_FALSE(isReadable());
-    EXPECT_EQ(calls_, 2);
-}
-
-TEST_F(LinuxRunLoopTest, TimersMakeTheDescriptorReadable) {
-    const auto timer = loop_->scheduleTimer(0.001, false, [this] { ++calls_; });
-    EXPECT_TRUE(isReadable(10'000));
-    EXPECT_TRUE(loop_->drain());
-    EXPECT_FALSE(isReadable());
-    auto second = loop_->scheduleTimer(0, false, [this] { ++calls_; });
-    EXPECT_TRUE(isReadable(10'000));
-    second.reset();
-    EXPECT_FALSE(loop_->drain());
-    EXPECT_FALSE(isReadable());
-    EXPECT_EQ(calls_, 1);
-}
-
-TEST_F(LinuxRunLoopTest, AHostThatPollsSeesEverything) {
-    constexpr int kEach = 1000;
-    std::thread poster([this] {
-        for (int index = 0; index < kEach; ++index) {
-            loop_->perform([this] { ++calls_; });
-        }
-    });
-    int ticks = 0;
-    const auto timer = loop_->scheduleTimer(0.0001, true, [&] { ++ticks; });
-    while (calls_ < kEach || ticks < 3) {
-        ASSERT_TRUE(isReadable(10'000));
-        loop_->drain();
-    }
-    poster.join();
-}
-
-TEST_F(LinuxRunLoopTest, ALoopInsideACallSeesWhatIsPostedMeanwhile) {
-    loop_->perform([this] {
-        loop_->perform([this] { ++calls_; });
-        EXPECT_TRUE(isReadable()) << "as the loop of a dialog would look";
-        EXPECT_TRUE(loop_->drain());
-        EXPECT_EQ(calls_, 1);
-    });
-    EXPECT_TRUE(loop_->drain());
-}
-
-TEST_F(LinuxRunLoopTest, NobodyWritesWhileAWakeUpIsUnderWay) {
-    const auto before = eventDescriptors();
-    const auto own = LinuxRunLoop::make();
-    std::vector<int> added;
-    std::ranges::set_difference(eventDescriptors(), before, std::back_inserter(added));
-    ASSERT_EQ(added.size(), 1U);
-    const UniqueFD counter(::fcntl(added[0], F_DUPFD_CLOEXEC, 0));
-    ASSERT_TRUE(counter);
-    for (int index = 0; index < 1000; ++index) {
-        own->perform([this] { ++calls_; });
-    }
-    std::uint64_t written = 0;
-    ASSERT_EQ(::read(counter.get(), &written, sizeof written), static_cast<ssize_t>(sizeof written));
-    EXPECT_EQ(written, 1U);
-    own->perform([this] { ++calls_; });
-    own->drain();
-    EXPECT_EQ(calls_, 1001);
-}
-
 TEST(LinuxRunLoopDeathTest, WhatATaskThrowsEndsTheProcess) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_DEATH(
@@ -305,6 +212,9 @@ TEST(LinuxRunLoopDeathTest, WhatATaskThrowsEndsTheProcess) {
 }
 
 TEST(LinuxRunLoopLimits, WithoutDescriptorsThereIsNoLoop) {
+#if defined(__SANITIZE_ADDRESS__)
+    GTEST_SKIP() << "the sanitizer needs descriptors itself to look at what is thrown";
+#endif
     rlimit before{};
     ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
     const auto loop = LinuxRunLoop::make();
