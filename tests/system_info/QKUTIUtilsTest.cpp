@@ -50,7 +50,7 @@ TEST_F(UTIUtils, PreferredTypeIsTheFirstOfAll) {
     EXPECT_EQ(QKUTIUtils::typeIdentifierForPathExtension("txt"), "public.plain-text");
     EXPECT_EQ(QKUTIUtils::typeIdentifierForPathExtension("TXT"), "public.plain-text");
     EXPECT_THAT(QKUTIUtils::typeIdentifiersForPathExtension("txt"),
-                ElementsAre("public.plain-text", "org.example.text"));
+                ElementsAre(NSString("public.plain-text"), NSString("org.example.text")));
 }
 
 TEST_F(UTIUtils, TypeOfAnExtensionConformsOverSteps) {

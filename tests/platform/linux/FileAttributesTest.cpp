@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/linux/FileAttributes.h"
 
-#include "QKFoundation/platform/linux/LinuxFileManager.h"
+#include "QKFoundation/files/internal/FileNames.h"
+#include "QKFoundation/platform/linux/LinuxServices.h"
 #include "QKFoundation/platform/services/FileAttributeKeys.h"
 
 #include "tests/platform/linux/TemporaryFolder.h"
@@ -12,6 +13,7 @@
 #include <sys/xattr.h>
 
 #include <filesystem>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -124,6 +126,23 @@ TEST_F(FileAttributesOfLinux, LinkIsAskedItselfButItsTargetForOneAttribute) {
     std::filesystem::create_symlink("nowhere", folder.path("broken"));
     EXPECT_TRUE(fileattributes::read(folder.path("broken")).has_value());
     EXPECT_EQ(fileattributes::extendedAttribute(folder.path("broken"), "one", nullptr, 0), std::nullopt);
+}
+
+TEST_F(FileAttributesOfLinux, ProgressOfARealFileIsMarkedAndCleared) {
+    const Services services = makeLinuxServices();
+    const NSString path = NSString::fromUTF8Lossy(file);
+    const NSURL url = NSURL::fileURLWithPath(path).value();
+    internal::showProgress(services, 0.25, url);
+    EXPECT_EQ(get("user.com.apple.progress.fractionCompleted"), "(none)") << "it had no attributes at all";
+    EXPECT_EQ(get("user.qk.creation-date"), "443779200");
+    ASSERT_TRUE(set("user.other", "kept"));
+    internal::showProgress(services, 0.25, url);
+    EXPECT_EQ(get("user.com.apple.progress.fractionCompleted"), "0.250000");
+    EXPECT_EQ(internal::extendedAttributeForName(services, "com.apple.progress.fractionCompleted", path), "0.250000");
+    internal::showProgress(services, 1, url);
+    EXPECT_EQ(get("user.com.apple.progress.fractionCompleted"), "(none)");
+    EXPECT_EQ(get("user.other"), "kept");
+    EXPECT_GT(creationDate().timeIntervalSince1970(), 1'700'000'000);
 }
 
 // The files of the kernel are there everywhere, and keep no attributes of users.

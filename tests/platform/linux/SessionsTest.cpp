@@ -99,6 +99,7 @@ TEST(UserDirectory, IsAbsoluteOrBelowTheHomeFolder) {
 
 TEST(UserDirectory, RootAsTheHomeFolderMakesNoDoubleSlash) {
     EXPECT_EQ(userDirectory("XDG_DOWNLOAD_DIR=\"$HOME/d\"\n", "XDG_DOWNLOAD_DIR", "/"), "/d");
+    EXPECT_EQ(userDirectory("XDG_DOWNLOAD_DIR=\"$HOME\"\n", "XDG_DOWNLOAD_DIR", "/"), "/");
 }
 
 TEST(UserDirectory, LastLineCounts) {

@@ -52,10 +52,11 @@ TEST(MemoryFileManager, FoldersOfTheUserFollowTheEffectiveOne) {
     machine.users.setUserID(0);
     machine.users.addPasswordEntry({"anna", 5, "/home/anna/"});
     machine.fileManager.setSearchPaths(NSCachesDirectory, NSUserDomainMask, {"~", "~/c", "/c"});
-    EXPECT_THAT(machine.fileManager.searchPaths(NSCachesDirectory, NSUserDomainMask), ElementsAre("/", "/c", "/c"));
+    EXPECT_THAT(machine.fileManager.searchPaths(NSCachesDirectory, NSUserDomainMask),
+                ElementsAre(NSString("/"), NSString("/c"), NSString("/c")));
     ASSERT_TRUE(machine.users.seteuid(5));
     EXPECT_THAT(machine.fileManager.searchPaths(NSCachesDirectory, NSUserDomainMask),
-                ElementsAre("/home/anna", "/home/anna/c", "/c"));
+                ElementsAre(NSString("/home/anna"), NSString("/home/anna/c"), NSString("/c")));
     EXPECT_TRUE(machine.fileManager.searchPaths(NSCachesDirectory, NSSystemDomainMask).empty());
 }
 

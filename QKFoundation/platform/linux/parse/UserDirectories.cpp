@@ -14,7 +14,10 @@ std::optional<std::string> userDirectory(std::string_view text, std::string_view
     }
     std::string path = found->second;
     if (path == kHome || path.starts_with(std::string(kHome) + "/")) {
-        path.replace(0, kHome.size(), home);
+        path.replace(0, kHome.size(), home == "/" ? std::string_view() : home);
+    }
+    if (path.empty() && found->second == kHome) {
+        return "/"; // the home folder of a user whose home is the root
     }
     if (!path.starts_with('/')) {
         return std::nullopt;
