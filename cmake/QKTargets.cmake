@@ -94,8 +94,9 @@ function(qk_add_library)
   target_link_libraries(QKFoundation PRIVATE $<BUILD_INTERFACE:qk_build_flags> ${libraries} Threads::Threads)
   if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT QK_SANITIZE AND NOT QK_BUILD_FUZZERS)
     set(map "${PROJECT_SOURCE_DIR}/cmake/exports.map")
+    # Never unloaded: threads of the background queue may be in it when a host closes its handle.
     target_link_options(QKFoundation PRIVATE
-      LINKER:--no-undefined LINKER:-z,relro LINKER:-z,now "LINKER:--version-script=${map}")
+      LINKER:--no-undefined LINKER:-z,relro LINKER:-z,now LINKER:-z,nodelete "LINKER:--version-script=${map}")
     set_property(TARGET QKFoundation APPEND PROPERTY LINK_DEPENDS "${map}")
   endif()
 

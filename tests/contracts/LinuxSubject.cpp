@@ -33,6 +33,9 @@ public:
         root_.write("proc/stat", "cpu  11 44 22 33 0 0 0 0 0 0\ncpu0 1 4 2 3 0 0 0 0 0 0\n"
                                  "cpu2 10 40 20 30 0 0 0 0 0 0\nintr 0\nbtime 1795220992\n");
         root_.write("proc/version", "Example version 6.5\n");
+        root_.write("run/systemd/seats/seat0", "IS_SEAT0=1\nACTIVE=2\nACTIVE_UID=1000\n");
+        root_.write("run/systemd/sessions/2", "UID=1000\nUSER=anna\nCLASS=user\n");
+        root_.write("run/systemd/users/1000", "NAME=anna\nSTATE=active\n");
         std::filesystem::create_directories(root_.path("tmp/work"));
         describeMemory();
         describeProcesses();

@@ -35,6 +35,7 @@ void describe(Machine& machine) {
     machine.host.setUserName(NSString("anna"));
     machine.host.setLocalizedName(NSString("Anna’s laptop"));
     machine.systemConfiguration.setComputerName(NSString("laptop"));
+    machine.users.setConsoleUser(platform::ConsoleUser{"anna", 1000});
     machine.fileManager.addPropertyList("/System/Library/CoreServices/SystemVersion.plist",
                                         NSDictionary{{"ProductName", "Example Linux"},
                                                      {"ProductVersion", "22.04"},

@@ -42,6 +42,7 @@ public:
     /// times as many. Memory: 640 KiB free, 1280 wired, 1920 compressed, 2560 of files, 3200 anonymous, 77 pages
     /// swapped out. Processes: 1 "init", sleeping, from "/sbin/init"; 20 ") R (", stopped, from "/opt/a longer name";
     /// 300 "gone", a zombie.
+    /// At its console is "anna", user 1000.
     /// Volumes: "/", an internal disk named "System"; "/media/stick", a removable one, named "stick"; "/net", on
     /// another machine.
     /// Its people read the German of Austria, traditional Chinese and English, in this order; it is set to the zone

@@ -72,4 +72,26 @@ std::vector<std::string_view> dynamicConformance(std::string_view identifier) {
     return types;
 }
 
+std::string dynamicIdentifier(std::string_view type, std::string_view extension) {
+    char letter = kLetters.front().first;
+    for (const auto& [known, lettered] : kLetters) {
+        letter = lettered == type ? known : letter;
+    }
+    const std::string text = std::string("?0=") + letter + ":1=" + std::string(extension);
+    std::string identifier(kPrefix);
+    unsigned bits = 0;
+    unsigned count = 0;
+    for (const char byte : text) {
+        bits = (bits << kBitsOfByte | static_cast<unsigned char>(byte)) & 0xFFFU;
+        for (count += kBitsOfByte; count >= kBitsOfDigit;) {
+            count -= kBitsOfDigit;
+            identifier += kDigits[bits >> count & 0x1FU];
+        }
+    }
+    if (count > 0) { // the last digit is filled with zero bits
+        identifier += kDigits[bits << (kBitsOfDigit - count) & 0x1FU];
+    }
+    return identifier;
+}
+
 } // namespace qk::platform::types

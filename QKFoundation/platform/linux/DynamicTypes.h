@@ -18,4 +18,8 @@ namespace qk::platform::types {
 /// What a dynamic identifier in lower case says that it conforms to; "public.data" when it says nothing.
 [[nodiscard]] std::vector<std::string_view> dynamicConformance(std::string_view identifier);
 
+/// The dynamic identifier of files with that extension that are of `type`, which is one of those that have a letter of
+/// their own ("public.data", "public.text", "public.image" and so on), else "public.data".
+[[nodiscard]] std::string dynamicIdentifier(std::string_view type, std::string_view extension);
+
 } // namespace qk::platform::types

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/linux/LinuxFileManager.h"
 
+#include "QKFoundation/platform/linux/FileAttributes.h"
 #include "QKFoundation/platform/linux/FileSystemRepresentation.h"
 #include "QKFoundation/platform/linux/OperatingSystem.h"
 #include "QKFoundation/platform/linux/PropertyList.h"
@@ -119,6 +120,50 @@ std::vector<NSURL> LinuxFileManager::mountedVolumeURLs(bool /*skipHiddenVolumes*
 std::optional<NSDictionary> LinuxFileManager::resourceValuesForKeys(const NSURL& url,
                                                                     const std::vector<NSString>& keys) const {
     return volumes_.resourceValues(url, keys);
+}
+
+NSString LinuxFileManager::homeDirectory() const {
+    return stringWithFileSystemRepresentation(folders_.home());
+}
+
+NSString LinuxFileManager::temporaryDirectory() const {
+    return stringWithFileSystemRepresentation(folders_.temporary());
+}
+
+std::vector<NSString> LinuxFileManager::searchPaths(NSSearchPathDirectory directory,
+                                                    NSSearchPathDomainMask domain) const {
+    std::vector<NSString> paths;
+    for (const std::string& path : folders_.paths(directory, domain)) {
+        paths.push_back(stringWithFileSystemRepresentation(path));
+    }
+    return paths;
+}
+
+NSString LinuxFileManager::displayNameAtPath(const NSString& path) const {
+    return path.lastPathComponent();
+}
+
+std::optional<NSDictionary> LinuxFileManager::attributesOfItemAtPath(const NSString& path) const {
+    const std::optional<std::string> file = fileAt(path);
+    return file.has_value() ? fileattributes::read(*file) : std::nullopt;
+}
+
+bool LinuxFileManager::setAttributes(const NSDictionary& attributes, const NSString& ofItemAtPath) {
+    const std::optional<std::string> file = fileAt(ofItemAtPath);
+    return file.has_value() && fileattributes::write(*file, attributes);
+}
+
+std::optional<std::size_t> LinuxFileManager::getxattr(const NSString& path, const NSString& name, void* value,
+                                                      std::size_t size) const {
+    const std::optional<std::string> file = fileAt(path);
+    const std::optional<std::string> attribute = fileSystemRepresentation(name);
+    return file.has_value() && attribute.has_value() ? fileattributes::extendedAttribute(*file, *attribute, value, size)
+                                                     : std::nullopt;
+}
+
+std::optional<std::string> LinuxFileManager::fileAt(const NSString& path) const {
+    const std::optional<std::string> bytes = fileSystemRepresentation(path);
+    return bytes.has_value() && !bytes->empty() ? std::optional(root_.path(*bytes)) : std::nullopt;
 }
 
 std::optional<NSDictionary> LinuxFileManager::systemVersion() const {

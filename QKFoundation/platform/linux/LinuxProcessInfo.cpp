@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/linux/LinuxProcessInfo.h"
 
+#include "QKFoundation/platform/linux/ExecutablePath.h"
+#include "QKFoundation/platform/linux/FileSystemRepresentation.h"
 #include "QKFoundation/platform/linux/OperatingSystem.h"
 
 #include <string>
@@ -34,6 +36,16 @@ std::optional<std::int32_t> LinuxProcessInfo::gestalt(GestaltSelector selector) 
         return std::nullopt;
     }
     return static_cast<std::int32_t>(*number);
+}
+
+NSString LinuxProcessInfo::mainBundlePath() const {
+    const std::optional<std::string> program = executablePath(root_, "/proc/self/exe");
+    return program.has_value() ? stringWithFileSystemRepresentation(*program).stringByDeletingLastPathComponent()
+                               : NSString();
+}
+
+std::optional<NSString> LinuxProcessInfo::bundlePathForClass(const NSString& /*name*/) const {
+    return std::nullopt;
 }
 
 } // namespace qk::platform

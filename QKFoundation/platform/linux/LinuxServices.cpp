@@ -1,21 +1,28 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/linux/LinuxServices.h"
 
+#include "QKFoundation/platform/linux/LinuxActivityTracing.h"
 #include "QKFoundation/platform/linux/LinuxClock.h"
+#include "QKFoundation/platform/linux/LinuxCrashReporter.h"
 #include "QKFoundation/platform/linux/LinuxCrypto.h"
+#include "QKFoundation/platform/linux/LinuxDispatch.h"
 #include "QKFoundation/platform/linux/LinuxFileManager.h"
 #include "QKFoundation/platform/linux/LinuxHost.h"
 #include "QKFoundation/platform/linux/LinuxHostStatistics.h"
 #include "QKFoundation/platform/linux/LinuxKernel.h"
 #include "QKFoundation/platform/linux/LinuxLaunchServices.h"
 #include "QKFoundation/platform/linux/LinuxLocale.h"
+#include "QKFoundation/platform/linux/LinuxNotifications.h"
 #include "QKFoundation/platform/linux/LinuxProcessInfo.h"
 #include "QKFoundation/platform/linux/LinuxProcessTable.h"
 #include "QKFoundation/platform/linux/LinuxPropertyLists.h"
+#include "QKFoundation/platform/linux/LinuxSignalSources.h"
 #include "QKFoundation/platform/linux/LinuxSystemConfiguration.h"
 #include "QKFoundation/platform/linux/LinuxTaskLauncher.h"
 #include "QKFoundation/platform/linux/LinuxTimeZones.h"
 #include "QKFoundation/platform/linux/LinuxUniformTypes.h"
+#include "QKFoundation/platform/linux/LinuxUsers.h"
+#include "QKFoundation/platform/linux/StandardFolders.h"
 #include "QKFoundation/platform/linux/UpdateTool.h"
 
 #include <memory>
@@ -52,14 +59,16 @@ std::shared_ptr<LaunchServices> launchServices(const LinuxRoot& root, const std:
 
 Services makeLinuxServices(const LinuxRoot& root) {
     Codecs codecs = makeHostCodecs();
+    const auto users = std::make_shared<LinuxUsers>(root);
     const auto launcher = std::make_shared<LinuxTaskLauncher>(substitutes());
     const Variables variables = root.isHost() ? Variables(processVariable) : noVariable;
+    const auto dispatch = std::make_shared<LinuxDispatch>();
     return {.kernel = std::make_shared<LinuxKernel>(root),
             .processInfo = std::make_shared<LinuxProcessInfo>(root),
             .host = std::make_shared<LinuxHost>(root),
             .systemConfiguration = std::make_shared<LinuxSystemConfiguration>(root),
             .taskLauncher = launcher,
-            .fileManager = std::make_shared<LinuxFileManager>(root),
+            .fileManager = std::make_shared<LinuxFileManager>(root, StandardFolders(root, users, variables)),
             .hostStatistics = std::make_shared<LinuxHostStatistics>(root),
             .processTable = std::make_shared<LinuxProcessTable>(root),
             .clock = std::make_shared<LinuxClock>(),
@@ -68,7 +77,13 @@ Services makeLinuxServices(const LinuxRoot& root) {
             .uniformTypes = std::make_shared<LinuxUniformTypes>(root),
             .launchServices = launchServices(root, launcher, variables),
             .propertyLists = std::move(codecs.propertyLists),
-            .crypto = std::move(codecs.crypto)};
+            .crypto = std::move(codecs.crypto),
+            .users = users,
+            .dispatch = dispatch,
+            .signalSources = std::make_shared<LinuxSignalSources>(dispatch),
+            .distributedNotifications = makeLinuxNotifications(dispatch, variables),
+            .crashReporter = std::make_shared<LinuxCrashReporter>(),
+            .activityTracing = std::make_shared<LinuxActivityTracing>()};
 }
 
 std::shared_ptr<const Services> makeHostServices() {

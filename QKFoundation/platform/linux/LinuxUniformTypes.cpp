@@ -4,7 +4,9 @@
 #include "QKFoundation/platform/linux/DynamicTypes.h"
 #include "QKFoundation/platform/linux/ReadBytes.h"
 #include "QKFoundation/platform/linux/UniformTypeTable.h"
+#include "QKFoundation/platform/linux/parse/Globs.h"
 #include "QKFoundation/platform/linux/parse/Text.h"
+#include "QKFoundation/platform/values/Value.h"
 
 #include <algorithm>
 #include <array>
@@ -94,7 +96,87 @@ private:
     std::optional<std::string> subclasses_;
 };
 
+NSString text(std::string_view ascii) {
+    return NSString::fromUTF8Lossy(ascii);
+}
+
+NSArray array(std::string_view list) {
+    std::vector<NSString> elements;
+    types::forEachElement(list, [&elements](std::string_view element) { elements.push_back(text(element)); });
+    return NSArray(elements);
+}
+
+void addList(NSMutableDictionary& dictionary, const NSString& key, std::string_view list) {
+    if (!list.empty()) {
+        dictionary.setObject(array(list), key);
+    }
+}
+
+const types::Declaration* declared(const NSString& type) {
+    const std::optional<std::string> identifier = type.utf8();
+    return identifier.has_value() ? types::declarationOf(*identifier) : nullptr;
+}
+
 } // namespace
+
+std::vector<NSString> LinuxUniformTypes::typesForExtension(const NSString& extension) const {
+    const std::optional<std::string> bytes = extension.utf8();
+    if (!bytes.has_value() || bytes->empty()) {
+        return {};
+    }
+    const std::string folded = types::lowerCased(*bytes);
+    std::vector<NSString> found;
+    for (const types::Declaration* declaration : types::declarationsForExtension(folded)) {
+        found.push_back(text(declaration->identifier));
+    }
+    if (!found.empty()) {
+        return found;
+    }
+    const std::optional<std::string> globs = readBytes(root_.path("/usr/share/mime/globs2"));
+    const auto mimeType = globs.has_value() ? parse::typeForExtension(*globs, *bytes) : std::nullopt;
+    if (!mimeType.has_value()) {
+        return {};
+    }
+    constexpr std::array<std::pair<std::string_view, std::string_view>, 4> kMeanings{
+        {{"public.text", "public.text"},
+         {"public.image", "public.image"},
+         {"public.audio", "public.audio"},
+         {"public.movie", "public.video"}}};
+    std::string_view meaning = "public.data";
+    for (const auto& [general, lettered] : kMeanings) {
+        if (typeConformsTo(text(*mimeType), text(general))) {
+            meaning = lettered;
+            break;
+        }
+    }
+    return {text(types::dynamicIdentifier(meaning, folded))};
+}
+
+std::optional<NSString> LinuxUniformTypes::descriptionOfType(const NSString& type) const {
+    const types::Declaration* declaration = declared(type);
+    return declaration != nullptr && !declaration->description.empty() ? std::optional(text(declaration->description))
+                                                                       : std::nullopt;
+}
+
+std::optional<NSDictionary> LinuxUniformTypes::declarationOfType(const NSString& type) const {
+    const types::Declaration* declaration = declared(type);
+    if (declaration == nullptr) {
+        return std::nullopt;
+    }
+    NSMutableDictionary tags;
+    addList(tags, "public.filename-extension", declaration->extensions);
+    addList(tags, "public.mime-type", declaration->mimeTypes);
+    NSMutableDictionary result;
+    result.setObject(text(declaration->identifier), "UTTypeIdentifier");
+    addList(result, "UTTypeConformsTo", declaration->conformsTo);
+    if (!declaration->description.empty()) {
+        result.setObject(text(declaration->description), "UTTypeDescription");
+    }
+    if (tags.count() != 0) {
+        result.setObject(tags.copy(), "UTTypeTagSpecification");
+    }
+    return result.copy();
+}
 
 bool LinuxUniformTypes::typeConformsTo(const NSString& type, const NSString& conformsTo) const {
     const std::optional<std::string> identifier = type.utf8();

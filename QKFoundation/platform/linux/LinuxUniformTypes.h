@@ -17,6 +17,13 @@ public:
     explicit LinuxUniformTypes(LinuxRoot root = {}) : root_(std::move(root)) {}
 
     [[nodiscard]] bool typeConformsTo(const NSString& type, const NSString& conformsTo) const override;
+    /// The types that are declared for the extension, the "public." ones first. One that is declared for none but known
+    /// to the shared MIME database has a dynamic identifier, of text, an image, sound or video as its MIME type says,
+    /// else of data; one that nobody knows has none.
+    [[nodiscard]] std::vector<NSString> typesForExtension(const NSString& extension) const override;
+    /// In English.
+    [[nodiscard]] std::optional<NSString> descriptionOfType(const NSString& type) const override;
+    [[nodiscard]] std::optional<NSDictionary> declarationOfType(const NSString& type) const override;
 
 private:
     LinuxRoot root_;

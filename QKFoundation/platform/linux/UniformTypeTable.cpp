@@ -47,4 +47,20 @@ const Declaration* declarationForMIMEType(std::string_view mimeType) {
     return result;
 }
 
+std::vector<const Declaration*> declarationsForExtension(std::string_view extension) {
+    std::vector<const Declaration*> result;
+    for (const Declaration& declaration : kDeclarations) {
+        bool isDeclaredFor = false;
+        forEachElement(declaration.extensions, [&](std::string_view element) {
+            isDeclaredFor = isDeclaredFor || lowerCased(element) == extension;
+        });
+        if (isDeclaredFor) {
+            result.push_back(&declaration);
+        }
+    }
+    std::ranges::stable_partition(
+        result, [](const Declaration* declaration) { return declaration->identifier.starts_with("public."); });
+    return result;
+}
+
 } // namespace qk::platform::types

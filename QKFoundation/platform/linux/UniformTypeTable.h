@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// The uniform type identifiers that are declared by the platform itself.
 namespace qk::platform::types {
@@ -25,6 +26,9 @@ struct Declaration {
 
 /// The type declared for a MIME type in lower case, a "public." one when there are several; null when there is none.
 [[nodiscard]] const Declaration* declarationForMIMEType(std::string_view mimeType);
+
+/// The types declared for an extension in lower case, the "public." ones first.
+[[nodiscard]] std::vector<const Declaration*> declarationsForExtension(std::string_view extension);
 
 /// ASCII letters in lower case, everything else as it is.
 [[nodiscard]] std::string lowerCased(std::string_view text);

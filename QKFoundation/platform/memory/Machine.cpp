@@ -13,14 +13,21 @@ std::shared_ptr<const Services> emptyMachine() {
     services.host = std::make_shared<MemoryHost>();
     services.systemConfiguration = std::make_shared<MemorySystemConfiguration>();
     services.taskLauncher = std::make_shared<MemoryTaskLauncher>();
-    services.fileManager = std::make_shared<MemoryFileManager>();
+    services.users = std::make_shared<MemoryUsers>();
+    services.fileManager = std::make_shared<MemoryFileManager>(services.users);
     services.hostStatistics = std::make_shared<MemoryHostStatistics>();
     services.processTable = std::make_shared<MemoryProcessTable>();
-    services.clock = std::make_shared<MemoryClock>();
+    auto clock = std::make_shared<MemoryClock>();
+    services.clock = clock;
+    services.dispatch = std::make_shared<MemoryDispatch>(std::move(clock));
     services.locale = std::make_shared<MemoryLocale>();
     services.timeZones = std::make_shared<MemoryTimeZones>();
     services.uniformTypes = std::make_shared<MemoryUniformTypes>();
     services.launchServices = std::make_shared<MemoryLaunchServices>();
+    services.activityTracing = std::make_shared<MemoryActivityTracing>();
+    services.signalSources = std::make_shared<MemorySignalSources>(services.dispatch);
+    services.distributedNotifications = std::make_shared<MemoryDistributedNotifications>(services.dispatch);
+    services.crashReporter = std::make_shared<MemoryCrashReporter>();
     const Codecs codecs = makeHostCodecs();
     services.propertyLists = codecs.propertyLists;
     services.crypto = codecs.crypto;
@@ -41,10 +48,16 @@ Machine::Machine(std::shared_ptr<const Services> services)
       hostStatistics(static_cast<MemoryHostStatistics&>(*services->hostStatistics)),
       processTable(static_cast<MemoryProcessTable&>(*services->processTable)),
       clock(static_cast<MemoryClock&>(*services->clock)),
+      dispatch(static_cast<MemoryDispatch&>(*services->dispatch)),
       locale(static_cast<MemoryLocale&>(*services->locale)),
       timeZones(static_cast<MemoryTimeZones&>(*services->timeZones)),
       uniformTypes(static_cast<MemoryUniformTypes&>(*services->uniformTypes)),
       launchServices(static_cast<MemoryLaunchServices&>(*services->launchServices)),
+      users(static_cast<MemoryUsers&>(*services->users)),
+      activityTracing(static_cast<MemoryActivityTracing&>(*services->activityTracing)),
+      signalSources(static_cast<MemorySignalSources&>(*services->signalSources)),
+      distributedNotifications(static_cast<MemoryDistributedNotifications&>(*services->distributedNotifications)),
+      crashReporter(static_cast<MemoryCrashReporter&>(*services->crashReporter)),
       services_(std::move(services)) {}
 
 Machine::~Machine() = default;

@@ -1,15 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "QKFoundation/platform/memory/MemoryActivityTracing.h"
 #include "QKFoundation/platform/memory/MemoryClock.h"
+#include "QKFoundation/platform/memory/MemoryDispatch.h"
 #include "QKFoundation/platform/memory/MemoryFileManager.h"
 #include "QKFoundation/platform/memory/MemoryHostStatistics.h"
 #include "QKFoundation/platform/memory/MemoryKernel.h"
 #include "QKFoundation/platform/memory/MemoryLaunchServices.h"
 #include "QKFoundation/platform/memory/MemoryLocale.h"
 #include "QKFoundation/platform/memory/MemoryNames.h"
+#include "QKFoundation/platform/memory/MemoryNotifications.h"
 #include "QKFoundation/platform/memory/MemoryProcessTable.h"
+#include "QKFoundation/platform/memory/MemorySignals.h"
 #include "QKFoundation/platform/memory/MemoryTaskLauncher.h"
+#include "QKFoundation/platform/memory/MemoryUsers.h"
 #include "QKFoundation/platform/services/Services.h"
 
 #include <memory>
@@ -47,10 +52,16 @@ public:
     MemoryHostStatistics& hostStatistics;
     MemoryProcessTable& processTable;
     MemoryClock& clock;
+    MemoryDispatch& dispatch;
     MemoryLocale& locale;
     MemoryTimeZones& timeZones;
     MemoryUniformTypes& uniformTypes;
     MemoryLaunchServices& launchServices;
+    MemoryUsers& users;
+    MemoryActivityTracing& activityTracing;
+    MemorySignalSources& signalSources;
+    MemoryDistributedNotifications& distributedNotifications;
+    MemoryCrashReporter& crashReporter;
 
 private:
     explicit Machine(std::shared_ptr<const Services> services);

@@ -5,16 +5,12 @@
 #include <utility>
 
 namespace qk::platform::memory {
-namespace {
 
-// Without runs of "/" and without a trailing one, but for "/" itself.
-NSString normalized(const NSString& path) {
+NSString MemoryFileManager::normalized(const NSString& path) {
     return path.stringByAppendingPathComponent(NSString());
 }
 
-} // namespace
-
-MemoryFileManager::MemoryFileManager() {
+MemoryFileManager::MemoryFileManager(std::shared_ptr<const Users> users) : users_(std::move(users)) {
     entries_["/"] = {Directory{}};
 }
 
@@ -157,6 +153,11 @@ std::optional<NSDictionary> MemoryFileManager::resourceValuesForKeys(const NSURL
 }
 
 const MemoryFileManager::Entry* MemoryFileManager::entryAt(const NSString& path) const {
+    const auto found = entries_.find(path);
+    return found != entries_.end() ? &found->second : nullptr;
+}
+
+MemoryFileManager::Entry* MemoryFileManager::entryAt(const NSString& path) {
     const auto found = entries_.find(path);
     return found != entries_.end() ? &found->second : nullptr;
 }

@@ -2,19 +2,23 @@
 #pragma once
 
 #include "QKFoundation/platform/services/FileManager.h"
+#include "QKFoundation/platform/services/Users.h"
 
 #include <map>
+#include <memory>
 #include <mutex>
+#include <utility>
 #include <variant>
 
 namespace qk::platform::memory {
 
 /// A tree of files and folders in memory, with "/" in it from the start. Paths are absolute; a trailing "/" makes no
-/// difference. Property lists that were added
-/// as such stand in it as the dictionaries that they hold, without bytes. Threads: any, at the same time.
+/// difference. Property lists that were added as such stand in it as the dictionaries that they hold, without bytes.
+/// Threads: any, at the same time.
 class QK_EXPORT MemoryFileManager final : public FileManager {
 public:
-    MemoryFileManager();
+    /// The home folder is that of the effective one of `users`; "/" without them.
+    explicit MemoryFileManager(std::shared_ptr<const Users> users = nullptr);
 
     /// There is a folder at `path`, with the folders above it.
     void addDirectory(const NSString& path);
@@ -41,6 +45,26 @@ public:
     /// There is a volume at `path` that is listed but cannot be asked for its values.
     void addUnreadableVolume(const NSString& path);
 
+    /// The folders of that kind are these, whether they exist or not. "~" at the beginning of a path is the home folder
+    /// of the effective user, when the folders are asked for.
+    void setSearchPaths(NSSearchPathDirectory directory, NSSearchPathDomainMask domain,
+                        const std::vector<NSString>& paths);
+
+    /// The folder for temporary files; "/tmp" until it is told.
+    void setTemporaryDirectory(const NSString& path);
+
+    /// What is at `path` is shown as `name`; by the last part of the path until it is told.
+    void setDisplayName(const NSString& path, const NSString& name);
+
+    /// What is at `path` has such an extended attribute.
+    void setExtendedAttribute(const NSString& path, const NSString& name, const NSData& value);
+
+    /// What is at `path` was made at that moment; it is not known when until it is told.
+    void setCreationDate(const NSString& path, const NSDate& date);
+
+    /// The file system has no room for attributes from now on: there are none, and none can be set.
+    void refuseAttributes();
+
     bool createDirectoryAtPath(const NSString& path, bool withIntermediateDirectories) override;
     [[nodiscard]] bool fileExistsAtPath(const NSString& path, bool* isDirectory) const override;
     [[nodiscard]] std::optional<NSData> contentsAtPath(const NSString& path) const override;
@@ -49,6 +73,15 @@ public:
     [[nodiscard]] std::vector<NSURL> mountedVolumeURLs(bool skipHiddenVolumes) const override;
     [[nodiscard]] std::optional<NSDictionary> resourceValuesForKeys(const NSURL& url,
                                                                     const std::vector<NSString>& keys) const override;
+    [[nodiscard]] NSString homeDirectory() const override;
+    [[nodiscard]] NSString temporaryDirectory() const override;
+    [[nodiscard]] std::vector<NSString> searchPaths(NSSearchPathDirectory directory,
+                                                    NSSearchPathDomainMask domain) const override;
+    [[nodiscard]] NSString displayNameAtPath(const NSString& path) const override;
+    [[nodiscard]] std::optional<NSDictionary> attributesOfItemAtPath(const NSString& path) const override;
+    bool setAttributes(const NSDictionary& attributes, const NSString& ofItemAtPath) override;
+    [[nodiscard]] std::optional<std::size_t> getxattr(const NSString& path, const NSString& name, void* value,
+                                                      std::size_t size) const override;
 
 private:
     struct Directory {};
@@ -58,8 +91,13 @@ private:
     struct Entry {
         std::variant<Directory, File, NSDictionary> content;
         bool readable = true;
+        std::map<NSString, NSData> extendedAttributes = {};
+        std::optional<NSDate> creationDate = {};
     };
+    /// Without runs of "/" and without a trailing one, but for "/" itself.
+    [[nodiscard]] static NSString normalized(const NSString& path);
     [[nodiscard]] const Entry* entryAt(const NSString& path) const;
+    [[nodiscard]] Entry* entryAt(const NSString& path);
     bool createDirectories(const NSString& path);
     void add(const NSString& path, Entry entry);
 
@@ -70,7 +108,14 @@ private:
     };
     void mount(const NSString& path, std::optional<NSDictionary> values, bool isHidden);
 
+    using SearchPaths = std::pair<NSSearchPathDirectory, NSSearchPathDomainMask>;
+
+    const std::shared_ptr<const Users> users_;
     mutable std::mutex mutex_;
+    std::map<SearchPaths, std::vector<NSString>> searchPaths_;
+    std::map<NSString, NSString> displayNames_; // by path without trailing "/"
+    NSString temporaryDirectory_ = "/tmp";
+    bool hasAttributes_ = true;
     std::vector<Volume> volumes_;
     std::map<NSString, Entry> entries_; // by path without trailing "/"
 };

@@ -40,9 +40,48 @@ void MemoryUniformTypes::declareType(const NSString& type, const std::vector<NSS
     declared_[lowerCased(type)] = std::move(parents);
 }
 
+void MemoryUniformTypes::setTypesForExtension(const NSString& extension, const std::vector<NSString>& types) {
+    const std::scoped_lock lock(mutex_);
+    types_[lowerCased(extension)] = types;
+}
+
+void MemoryUniformTypes::setDescription(const NSString& type, const NSString& description) {
+    const std::scoped_lock lock(mutex_);
+    descriptions_[lowerCased(type)] = description;
+}
+
+void MemoryUniformTypes::setDeclaration(const NSString& type, const NSDictionary& declaration) {
+    const std::scoped_lock lock(mutex_);
+    declarations_[lowerCased(type)] = declaration;
+}
+
+std::size_t MemoryUniformTypes::conformanceRequests() const {
+    const std::scoped_lock lock(mutex_);
+    return conformanceRequests_;
+}
+
+std::vector<NSString> MemoryUniformTypes::typesForExtension(const NSString& extension) const {
+    const std::scoped_lock lock(mutex_);
+    const auto found = types_.find(lowerCased(extension));
+    return found != types_.end() ? found->second : std::vector<NSString>();
+}
+
+std::optional<NSString> MemoryUniformTypes::descriptionOfType(const NSString& type) const {
+    const std::scoped_lock lock(mutex_);
+    const auto found = descriptions_.find(lowerCased(type));
+    return found != descriptions_.end() ? std::optional(found->second) : std::nullopt;
+}
+
+std::optional<NSDictionary> MemoryUniformTypes::declarationOfType(const NSString& type) const {
+    const std::scoped_lock lock(mutex_);
+    const auto found = declarations_.find(lowerCased(type));
+    return found != declarations_.end() ? std::optional(found->second) : std::nullopt;
+}
+
 bool MemoryUniformTypes::typeConformsTo(const NSString& type, const NSString& conformsTo) const {
     const NSString wanted = lowerCased(conformsTo);
     const std::scoped_lock lock(mutex_);
+    ++conformanceRequests_;
     std::set<NSString> seen;
     std::vector<NSString> open = {lowerCased(type)};
     while (!open.empty()) {

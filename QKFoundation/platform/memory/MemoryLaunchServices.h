@@ -4,8 +4,10 @@
 #include "QKFoundation/platform/services/LaunchServices.h"
 #include "QKFoundation/platform/services/UniformTypes.h"
 
+#include <cstddef>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 namespace qk::platform::memory {
@@ -33,11 +35,28 @@ public:
     /// `type` is declared, and conforms to these, step by step.
     void declareType(const NSString& type, const std::vector<NSString>& conformsTo);
 
+    /// Files with that extension are of these types, the preferred one first.
+    void setTypesForExtension(const NSString& extension, const std::vector<NSString>& types);
+
+    /// People call `type` so, and so it was declared.
+    void setDescription(const NSString& type, const NSString& description);
+    void setDeclaration(const NSString& type, const NSDictionary& declaration);
+
+    /// How often it was asked whether a type conforms to another one.
+    [[nodiscard]] std::size_t conformanceRequests() const;
+
     [[nodiscard]] bool typeConformsTo(const NSString& type, const NSString& conformsTo) const override;
+    [[nodiscard]] std::vector<NSString> typesForExtension(const NSString& extension) const override;
+    [[nodiscard]] std::optional<NSString> descriptionOfType(const NSString& type) const override;
+    [[nodiscard]] std::optional<NSDictionary> declarationOfType(const NSString& type) const override;
 
 private:
     mutable std::mutex mutex_;
     std::map<NSString, std::vector<NSString>> declared_; // identifiers in lower case
+    std::map<NSString, std::vector<NSString>> types_;    // by extension in lower case
+    std::map<NSString, NSString> descriptions_;          // by identifier in lower case
+    std::map<NSString, NSDictionary> declarations_;      // by identifier in lower case
+    mutable std::size_t conformanceRequests_ = 0;
 };
 
 } // namespace qk::platform::memory

@@ -28,6 +28,27 @@ std::optional<std::int32_t> MemoryProcessInfo::gestalt(GestaltSelector selector)
     return found != gestalt_.end() ? std::optional(found->second) : std::nullopt;
 }
 
+void MemoryProcessInfo::setMainBundlePath(const NSString& path) {
+    const std::scoped_lock lock(mutex_);
+    mainBundlePath_ = path;
+}
+
+void MemoryProcessInfo::addClass(const NSString& name, const NSString& path) {
+    const std::scoped_lock lock(mutex_);
+    classes_[name] = path;
+}
+
+NSString MemoryProcessInfo::mainBundlePath() const {
+    const std::scoped_lock lock(mutex_);
+    return mainBundlePath_;
+}
+
+std::optional<NSString> MemoryProcessInfo::bundlePathForClass(const NSString& name) const {
+    const std::scoped_lock lock(mutex_);
+    const auto found = classes_.find(name);
+    return found != classes_.end() ? std::optional(found->second) : std::nullopt;
+}
+
 void MemoryHost::setUserName(const std::optional<NSString>& name) {
     const std::scoped_lock lock(mutex_);
     userName_ = name;

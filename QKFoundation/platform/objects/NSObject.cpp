@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/objects/NSObject.h"
 
+#include "QKFoundation/platform/objects/AssociatedObjects.h"
 #include "QKFoundation/platform/objects/ClassDescription.h"
 #include "QKFoundation/platform/objects/NSException.h"
 
@@ -10,6 +11,10 @@
 #include <functional>
 
 namespace qk {
+
+NSObject::~NSObject() {
+    delete associations_.load(std::memory_order_acquire);
+}
 
 const ClassDescription& NSObject::describedClass() {
     // Never destroyed: objects may outlive the program's static ones.
@@ -55,10 +60,9 @@ bool NSObject::respondsToSelector(const NSString& selector) const {
 
 std::optional<Value> NSObject::performSelector(const NSString& selector,
                                                std::span<const std::optional<Value>> arguments) {
-    const ClassDescription::Method* method = classDescription().method(selector);
+    const std::shared_ptr<const ClassDescription::Method> method = classDescription().method(selector);
     if (method == nullptr) {
-        doesNotRecognizeSelector(selector);
-        return std::nullopt;
+        return forward(selector, arguments);
     }
     std::optional<Value> result;
     if (arguments.size() != method->argumentCount || !method->perform(*this, arguments, result)) {
@@ -66,6 +70,31 @@ std::optional<Value> NSObject::performSelector(const NSString& selector,
                                          NSObject::description());
     }
     return result;
+}
+
+std::optional<Value> NSObject::forward(const NSString& selector, std::span<const std::optional<Value>> arguments) {
+    const std::optional<NSMethodSignature> signature = methodSignatureForSelector(selector);
+    if (!signature.has_value()) {
+        doesNotRecognizeSelector(selector);
+        return std::nullopt;
+    }
+    NSInvocation invocation(selector, {arguments.begin(), arguments.end()}, *signature);
+    forwardInvocation(invocation);
+    return invocation.returnValue();
+}
+
+std::optional<NSMethodSignature> NSObject::methodSignatureForSelector(const NSString& selector) const {
+    const std::shared_ptr<const ClassDescription::Method> method = classDescription().method(selector);
+    return method != nullptr ? std::optional(NSMethodSignature{method->argumentCount, method->zeroResult})
+                             : std::nullopt;
+}
+
+void NSObject::forwardInvocation(NSInvocation& invocation) {
+    doesNotRecognizeSelector(invocation.selector());
+}
+
+void NSInvocation::invokeWithTarget(NSObject& target) {
+    result_ = target.performSelector(selector_, arguments_);
 }
 
 void NSObject::doesNotRecognizeSelector(const NSString& selector) const {

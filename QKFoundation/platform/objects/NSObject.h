@@ -2,9 +2,11 @@
 #pragma once
 
 #include "QKFoundation/platform/Export.h"
+#include "QKFoundation/platform/objects/NSInvocation.h"
 #include "QKFoundation/platform/objects/NSKeyValueObserving.h"
 #include "QKFoundation/platform/values/Value.h"
 
+#include <atomic>
 #include <concepts>
 #include <cstddef>
 #include <functional>
@@ -19,6 +21,7 @@ namespace qk {
 class ClassDescription;
 
 namespace internal {
+class Associations;
 class Observations;
 struct DeleteObservations {
     QK_EXPORT void operator()(Observations* observations) const noexcept;
@@ -31,6 +34,13 @@ struct DeleteObservations {
 /// `ClassDescription` of the object's class.
 class QK_EXPORT NSObject : public NSObjectProtocol, public std::enable_shared_from_this<NSObject> {
 public:
+    NSObject() = default;
+    NSObject(const NSObject&) = delete;
+    NSObject& operator=(const NSObject&) = delete;
+
+    /// Lets go of the values that are associated with the object.
+    ~NSObject() override;
+
     /// The description of this class itself.
     [[nodiscard]] static const ClassDescription& describedClass();
 
@@ -52,11 +62,19 @@ public:
     [[nodiscard]] bool conformsToProtocol(const NSString& protocol) const;
 
     /// `respondsToSelector:`. Whether a method of that name can be performed.
-    [[nodiscard]] bool respondsToSelector(const NSString& selector) const;
+    [[nodiscard]] virtual bool respondsToSelector(const NSString& selector) const;
+
+    /// `methodSignatureForSelector:`. What the method of that name takes and gives; nothing when there is none. An
+    /// object that forwards messages answers for those too.
+    [[nodiscard]] virtual std::optional<NSMethodSignature> methodSignatureForSelector(const NSString& selector) const;
+
+    /// `forwardInvocation:`. Called by `performSelector` for a message that the class has no method for but that has a
+    /// signature. Calls `doesNotRecognizeSelector` here.
+    virtual void forwardInvocation(NSInvocation& invocation);
 
     /// `performSelector:`. Calls the method by its name; nothing is the answer of one that returns nothing or nil.
-    /// Raises `NSInvalidArgumentException` when the class has no such method (by `doesNotRecognizeSelector`), or the
-    /// arguments do not fit it.
+    /// A message without a method is forwarded where there is a signature for it (`forwardInvocation`). Raises
+    /// `NSInvalidArgumentException` when there is none (by `doesNotRecognizeSelector`), or the arguments do not fit.
     std::optional<Value> performSelector(const NSString& selector,
                                          std::span<const std::optional<Value>> arguments = {});
 
@@ -124,10 +142,14 @@ protected:
 
 private:
     friend class internal::Observations;
+    friend class internal::Associations;
+
+    std::optional<Value> forward(const NSString& selector, std::span<const std::optional<Value>> arguments);
 
     void changeObservedValue(const NSString& key, const std::function<void()>& store);
 
     std::unique_ptr<internal::Observations, internal::DeleteObservations> observations_; // null while nobody observes
+    std::atomic<internal::Associations*> associations_ = nullptr; // owned; made with the first associated value
 };
 
 } // namespace qk

@@ -2,11 +2,13 @@
 #pragma once
 
 #include "QKFoundation/platform/Export.h"
+#include "QKFoundation/platform/services/SearchPaths.h"
 #include "QKFoundation/platform/values/NSData.h"
 #include "QKFoundation/platform/values/NSDictionary.h"
 #include "QKFoundation/platform/values/NSString.h"
 #include "QKFoundation/platform/values/NSURL.h"
 
+#include <cstddef>
 #include <optional>
 #include <vector>
 
@@ -52,6 +54,36 @@ public:
     /// "ResourceKeys.h".
     [[nodiscard]] virtual std::optional<NSDictionary>
     resourceValuesForKeys(const NSURL& url, const std::vector<NSString>& keys) const = 0;
+
+    /// `NSHomeDirectory`. The home folder of the effective user: what "~" stands for. "/" for a user who has none.
+    [[nodiscard]] virtual NSString homeDirectory() const = 0;
+
+    /// `NSTemporaryDirectory`. The folder for temporary files of this process, without a trailing "/".
+    [[nodiscard]] virtual NSString temporaryDirectory() const = 0;
+
+    /// `NSSearchPathForDirectoriesInDomains` with the tilde expanded. The paths of a standard folder, the preferred one
+    /// first, whether they exist or not; those of the user are the effective user's. Empty when the system has no such
+    /// folder.
+    [[nodiscard]] virtual std::vector<NSString> searchPaths(NSSearchPathDirectory directory,
+                                                            NSSearchPathDomainMask domain) const = 0;
+
+    /// `displayNameAtPath:`. The name of a file as people are shown it, whether it exists or not.
+    [[nodiscard]] virtual NSString displayNameAtPath(const NSString& path) const = 0;
+
+    /// `attributesOfItemAtPath:error:`. The attributes of the file at `path` that "FileAttributeKeys.h" names, without
+    /// those that it has not got; nothing when there is no such file. A symbolic link is asked itself.
+    [[nodiscard]] virtual std::optional<NSDictionary> attributesOfItemAtPath(const NSString& path) const = 0;
+
+    /// `setAttributes:ofItemAtPath:error:`. Sets the attributes that `attributes` holds under keys of
+    /// "FileAttributeKeys.h": the extended ones are those given afterwards, and no others. Other keys, and values of
+    /// another kind, are left out. Whether all was set.
+    virtual bool setAttributes(const NSDictionary& attributes, const NSString& ofItemAtPath) = 0;
+
+    /// `getxattr`. Copies the value of the extended attribute `name` to `value`, which has room for `size` bytes, and
+    /// returns its length; with a null `value` it only tells the length. Nothing when there is no such file or
+    /// attribute, for a file system without attributes, and when the room is too small. Symbolic links are followed.
+    [[nodiscard]] virtual std::optional<std::size_t> getxattr(const NSString& path, const NSString& name, void* value,
+                                                              std::size_t size) const = 0;
 };
 
 } // namespace qk::platform

@@ -17,6 +17,8 @@ const ClassDescription& NSBundle::describedClass() {
     static const ClassDescription& description =
         ClassBuilder<NSBundle>("NSBundle", NSObject::describedClass())
             .property("bundlePath", &NSBundle::bundlePath)
+            .property("infoDictionary", &NSBundle::infoDictionary)
+            .method("objectForInfoDictionaryKey:", &NSBundle::objectForInfoDictionaryKey)
             .method("pathForResource:ofType:", &NSBundle::pathForResource)
             .method("localizedStringForKey:value:table:", &NSBundle::localizedStringForKey)
             .build();
@@ -32,7 +34,30 @@ std::shared_ptr<NSBundle> NSBundle::bundleWithPath(const NSString& path) {
 }
 
 std::shared_ptr<NSBundle> NSBundle::bundleWithPath(const NSString& path, const platform::Services& services) {
-    return internal::BundleContents::open(path, services.fileManager, services.propertyLists);
+    return internal::BundleContents::open(path, services.fileManager, services.propertyLists, services.locale);
+}
+
+std::shared_ptr<NSBundle> NSBundle::mainBundle() {
+    return mainBundle(*platform::services());
+}
+
+std::shared_ptr<NSBundle> NSBundle::mainBundle(const platform::Services& services) {
+    return services.facts->mainBundle.get([&]() -> std::shared_ptr<NSBundle> {
+        const NSString path = services.processInfo->mainBundlePath();
+        return path.isEmpty() ? nullptr : bundleWithPath(path, services);
+    });
+}
+
+const NSDictionary& NSBundle::infoDictionary() const {
+    return contents_->infoDictionary();
+}
+
+std::optional<Value> NSBundle::objectForInfoDictionaryKey(const NSString& key) const {
+    if (const auto* text = contents_->localizedInfo().find(key)) {
+        return text->text;
+    }
+    const Value* const value = contents_->infoDictionary().objectForKey(key);
+    return value != nullptr ? std::optional(*value) : std::nullopt;
 }
 
 const NSString& NSBundle::bundlePath() const noexcept {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QKFoundation/platform/objects/NSObject.h"
+#include "QKFoundation/platform/values/NSDictionary.h"
 
 #include <memory>
 #include <optional>
@@ -32,10 +33,24 @@ public:
     [[nodiscard]] static std::shared_ptr<NSBundle> bundleWithPath(const NSString& path,
                                                                   const platform::Services& services);
 
+    /// `mainBundle`. The bundle of the folder that the running program came in, the same object each time; null when
+    /// that folder is not known or gone.
+    [[nodiscard]] static std::shared_ptr<NSBundle> mainBundle();
+    [[nodiscard]] static std::shared_ptr<NSBundle> mainBundle(const platform::Services& services);
+
     ~NSBundle() override;
 
     /// `bundlePath`. The path that the bundle was made with, without a trailing "/".
     [[nodiscard]] const NSString& bundlePath() const noexcept;
+
+    /// `infoDictionary`. What "Info.plist" in "Contents", in "Resources" or in the folder itself holds, the first of
+    /// them that can be read; empty when there is none.
+    [[nodiscard]] const NSDictionary& infoDictionary() const;
+
+    /// `objectForInfoDictionaryKey:`. The text of `key` in the table "InfoPlist" of the user's language, else the value
+    /// of `infoDictionary`; nothing when there is neither. The language is the most preferred one that the bundle has a
+    /// folder for.
+    [[nodiscard]] std::optional<Value> objectForInfoDictionaryKey(const NSString& key) const;
 
     /// `pathForResource:ofType:`. The path of the resource `name` with the extension `ofType` ("" for none); nothing
     /// when there is none, and for an empty `name`. Names are compared as the file system does.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QKFoundation/platform/Export.h"
+#include "QKFoundation/platform/values/NSString.h"
 
 #include <cstdint>
 #include <optional>
@@ -40,6 +41,13 @@ public:
 
     /// `Gestalt`. One number of the version, the older way; nothing when the selector is not answered.
     [[nodiscard]] virtual std::optional<std::int32_t> gestalt(GestaltSelector selector) const = 0;
+
+    /// `[[NSBundle mainBundle] bundlePath]`. The folder that the running program came in; "" when that is not known.
+    [[nodiscard]] virtual NSString mainBundlePath() const = 0;
+
+    /// `[[NSBundle bundleForClass:] bundlePath]`. The folder of the bundle that has the class of that name; nothing
+    /// when the process has no such class.
+    [[nodiscard]] virtual std::optional<NSString> bundlePathForClass(const NSString& name) const = 0;
 };
 
 } // namespace platform

@@ -21,6 +21,16 @@ UniformTypes::~UniformTypes() = default;
 LaunchServices::~LaunchServices() = default;
 PropertyListSerialization::~PropertyListSerialization() = default;
 CommonCrypto::~CommonCrypto() = default;
+Users::~Users() = default;
+RunLoopSource::~RunLoopSource() = default;
+RunLoop::~RunLoop() = default;
+Dispatch::~Dispatch() = default;
+SignalSource::~SignalSource() = default;
+SignalSources::~SignalSources() = default;
+NotificationRegistration::~NotificationRegistration() = default;
+DistributedNotificationCenter::~DistributedNotificationCenter() = default;
+CrashReporter::~CrashReporter() = default;
+ActivityTracing::~ActivityTracing() = default;
 
 namespace {
 

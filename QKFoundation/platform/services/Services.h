@@ -2,8 +2,12 @@
 #pragma once
 
 #include "QKFoundation/platform/Export.h"
+#include "QKFoundation/platform/services/ActivityTracing.h"
 #include "QKFoundation/platform/services/Clock.h"
 #include "QKFoundation/platform/services/CommonCrypto.h"
+#include "QKFoundation/platform/services/CrashReporter.h"
+#include "QKFoundation/platform/services/Dispatch.h"
+#include "QKFoundation/platform/services/DistributedNotificationCenter.h"
 #include "QKFoundation/platform/services/FactCache.h"
 #include "QKFoundation/platform/services/FileManager.h"
 #include "QKFoundation/platform/services/Host.h"
@@ -14,10 +18,12 @@
 #include "QKFoundation/platform/services/ProcessInfo.h"
 #include "QKFoundation/platform/services/ProcessTable.h"
 #include "QKFoundation/platform/services/PropertyListSerialization.h"
+#include "QKFoundation/platform/services/SignalSources.h"
 #include "QKFoundation/platform/services/SystemConfiguration.h"
 #include "QKFoundation/platform/services/TaskLauncher.h"
 #include "QKFoundation/platform/services/TimeZones.h"
 #include "QKFoundation/platform/services/UniformTypes.h"
+#include "QKFoundation/platform/services/Users.h"
 
 #include <memory>
 
@@ -40,6 +46,12 @@ struct Services {
     std::shared_ptr<LaunchServices> launchServices;
     std::shared_ptr<PropertyListSerialization> propertyLists;
     std::shared_ptr<CommonCrypto> crypto;
+    std::shared_ptr<Users> users;
+    std::shared_ptr<Dispatch> dispatch;
+    std::shared_ptr<SignalSources> signalSources;
+    std::shared_ptr<DistributedNotificationCenter> distributedNotifications;
+    std::shared_ptr<CrashReporter> crashReporter;
+    std::shared_ptr<ActivityTracing> activityTracing;
     std::shared_ptr<FactCache> facts = std::make_shared<FactCache>();
 };
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/files/QKDownloadPath.h"
 #include "QKFoundation/system_info/OSXVersion.h"
 #include "QKFoundation/system_info/QKHardwareFunctions.h"
+#include "QKFoundation/system_info/QKUserUtils.h"
 
 #include <inttypes.h>
 #include <stdio.h>
@@ -42,5 +44,12 @@ int main(void) {
     expect(!OSXVersionIs(major, minor + 1), "the version is not another");
     expect(OSXVersionGreaterThan(major, minor - 1), "the version is greater than the minor one before");
     expect(OSXVersionLessThan(major + 1, 0), "the version is less than the next major one");
+
+    printf("owner       %" PRIu32 "%s\n", getProcessOwnerUID(), isProcessOwnerConsoleUser() ? ", at the console" : "");
+    expect(isProcessOwnerRootUser() == (getProcessOwnerUID() == 0), "root is the user 0");
+    expect(getProcessOwnerUID() != QKUserUtils_UnknownUID, "the owner is known");
+    expect(isProcessOwnerConsoleUser() == (getProcessOwnerUID() == getConsoleUID()), "the console's user is asked for");
+    printf("downloads   %s\n", qk_getDownloadPath());
+    expect(qk_getDownloadPath()[0] == '/', "the folder for downloads is absolute");
     return failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -206,8 +206,6 @@ TEST(NSObject, ArgumentsThatDoNotFitRaise) {
 
 TEST(NSObject, TheDescriptionListsTheClassesOwnMembers) {
     EXPECT_EQ(Dog::describedClass().ownProperties().size(), 1U);
-    EXPECT_EQ(Dog::describedClass().ownMethods().size(), 1U);
-    EXPECT_TRUE(Animal::describedClass().ownMethods().contains("greet:times:"));
     EXPECT_NE(Dog::describedClass().method("sleep"), nullptr);
 }
 

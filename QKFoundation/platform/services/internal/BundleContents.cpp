@@ -23,16 +23,19 @@ NSString resourcesOf(const NSString& path, const platform::FileManager& fileMana
 } // namespace
 
 std::shared_ptr<NSBundle> BundleContents::open(const NSString& path, const FileManager& fileManager,
-                                               const PropertyLists& propertyLists) {
+                                               const PropertyLists& propertyLists, const Locale& locale) {
     if (!isFolder(*fileManager, path)) {
         return nullptr;
     }
-    return std::shared_ptr<NSBundle>(new NSBundle(std::make_unique<BundleContents>(path, fileManager, propertyLists)));
+    return std::shared_ptr<NSBundle>(
+        new NSBundle(std::make_unique<BundleContents>(path, fileManager, propertyLists, locale)));
 }
 
-BundleContents::BundleContents(const NSString& path, FileManager fileManager, PropertyLists propertyLists)
+BundleContents::BundleContents(const NSString& path, FileManager fileManager, PropertyLists propertyLists,
+                               Locale locale)
     : fileManager_(std::move(fileManager)),
       propertyLists_(std::move(propertyLists)),
+      locale_(std::move(locale)),
       path_(path.stringByAppendingPathComponent("")),
       resources_(resourcesOf(path_, *fileManager_)) {}
 
@@ -58,7 +61,7 @@ const BundleContents::LanguageFolder& BundleContents::openLanguageFolder(const N
     }
     const bool isName = !name.contains(u"/");
     const std::optional<NSString> path = isName ? pathForResource(name, "lproj") : std::nullopt;
-    LanguageFolder folder = path.has_value() ? open(*path, fileManager_, propertyLists_) : nullptr;
+    LanguageFolder folder = path.has_value() ? open(*path, fileManager_, propertyLists_, locale_) : nullptr;
     if (folder == nullptr && isTooMuchMissing()) {
         return noFolder_;
     }
@@ -76,24 +79,50 @@ const StringTable& BundleContents::openTable(const NSString& name) const {
     if (const StringTable* const known = tables_.find(name)) { // another thread was first
         return *known;
     }
-    StringTable read = readTable(name);
+    const std::optional<NSDictionary> entries =
+        readDictionary(resources_.stringByAppendingPathComponent(name + ".strings"));
+    StringTable read = entries.has_value() ? StringTable(*entries) : StringTable();
     if (read.count() == 0 && isTooMuchMissing()) {
         return noTable_;
     }
     return tables_.add(name, std::move(read));
 }
 
-StringTable BundleContents::readTable(const NSString& name) const {
-    const NSString path = resources_.stringByAppendingPathComponent(name + ".strings");
-    if (const std::optional<NSData> bytes = fileManager_->contentsAtPath(path)) {
-        const std::optional<Value> list =
-            propertyLists_->propertyListWithData(*bytes, platform::NSPropertyListMutabilityOptions::Immutable);
-        const auto* const entries = list.has_value() ? list->as<NSDictionary>() : nullptr;
-        return entries != nullptr ? StringTable(*entries) : StringTable();
+std::optional<NSDictionary> BundleContents::readDictionary(const NSString& path) const {
+    const std::optional<NSData> bytes = fileManager_->contentsAtPath(path);
+    if (!bytes.has_value()) { // a machine described in code may hold the property list itself, without bytes
+        return fileManager_->dictionaryWithContentsOfFile(path);
     }
-    // A machine described in code may hold the property list itself, without bytes.
-    const std::optional<NSDictionary> entries = fileManager_->dictionaryWithContentsOfFile(path);
-    return entries.has_value() ? StringTable(*entries) : StringTable();
+    const std::optional<Value> list =
+        propertyLists_->propertyListWithData(*bytes, platform::NSPropertyListMutabilityOptions::Immutable);
+    const auto* const entries = list.has_value() ? list->as<NSDictionary>() : nullptr;
+    return entries != nullptr ? std::optional(*entries) : std::nullopt;
+}
+
+NSDictionary BundleContents::readInfoDictionary() const {
+    for (const NSString& name :
+         {NSString("Contents/Info.plist"), NSString("Resources/Info.plist"), NSString("Info.plist")}) {
+        if (std::optional<NSDictionary> list = readDictionary(path_.stringByAppendingPathComponent(name))) {
+            return *std::move(list);
+        }
+    }
+    return {};
+}
+
+const NSDictionary& BundleContents::infoDictionary() const {
+    return infoDictionary_.get([this] { return readInfoDictionary(); });
+}
+
+const StringTable& BundleContents::localizedInfo() const {
+    for (const NSString& language : locale_->preferredLanguages()) {
+        const NSString base = language.substringToIndex(language.find(u"-").value_or(language.length()));
+        for (const NSString& name : {language, base}) {
+            if (const LanguageFolder& folder = languageFolder(name)) {
+                return folder->contents().table("InfoPlist");
+            }
+        }
+    }
+    return noTable_;
 }
 
 } // namespace qk::internal

@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/platform/linux/LinuxNotifications.h"
+
+#include "QKFoundation/platform/linux/SessionBus.h"
+#include "QKFoundation/platform/services/internal/NotificationObservers.h"
+
+#include <algorithm>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace qk::platform {
+namespace {
+
+using Observers = internal::NotificationObservers;
+
+std::optional<std::string> busAddress(const Variables& variables) {
+    if (std::optional<std::string> address = filledVariable(variables, "DBUS_SESSION_BUS_ADDRESS")) {
+        return address;
+    }
+    const std::optional<std::string> folder = filledVariable(variables, "XDG_RUNTIME_DIR");
+    return folder.has_value() && folder->starts_with('/') ? std::optional("unix:path=" + *folder + "/bus")
+                                                          : std::nullopt;
+}
+
+// The name as D-Bus carries it.
+std::optional<std::string> carried(const NSString& name) {
+    std::optional<std::string> text = name.utf8();
+    return text.has_value() && text->find('\0') == std::string::npos ? text : std::nullopt;
+}
+
+class Registration final : public NotificationRegistration {
+public:
+    explicit Registration(std::shared_ptr<const Observers::Observer> observer) : observer_(std::move(observer)) {}
+
+private:
+    std::shared_ptr<const Observers::Observer> observer_;
+};
+
+class LinuxNotifications final : public DistributedNotificationCenter {
+public:
+    LinuxNotifications(std::shared_ptr<LinuxDispatch> dispatch, std::optional<std::string> address)
+        : dispatch_(std::move(dispatch)),
+          address_(std::move(address)),
+          observers_(std::make_shared<Observers>(dispatch_)) {}
+
+    [[nodiscard]] std::unique_ptr<NotificationRegistration>
+    addObserver(const NSString& name, NSNotificationSuspensionBehavior /*suspensionBehavior*/,
+                std::function<void()> handler) override {
+        auto registration = std::make_unique<Registration>(observers_->add(name, std::move(handler)));
+        if (const std::optional<std::string> text = carried(name)) {
+            const std::scoped_lock lock(mutex_);
+            // A name that was asked for once stays asked for: who does not wait for it any more is not told.
+            if (std::ranges::find(asked_, *text) == asked_.end()) {
+                asked_.push_back(*text);
+                if (bus_ == nullptr || !bus_->ask(*text)) {
+                    reconnect();
+                }
+            }
+        }
+        return registration;
+    }
+
+    bool postNotificationName(const NSString& name) override {
+        const std::optional<std::string> text = carried(name);
+        if (text.has_value() && send(*text)) {
+            return true;
+        }
+        observers_->tell(name);
+        return false;
+    }
+
+private:
+    bool send(const std::string& name) {
+        const std::scoped_lock lock(mutex_);
+        if (bus_ != nullptr && bus_->send(name)) {
+            return true;
+        }
+        reconnect();
+        return bus_ != nullptr && bus_->send(name);
+    }
+
+    // A new connection, with all that is waited for; none when there is no bus.
+    void reconnect() {
+        bus_.reset();
+        if (!address_.has_value()) {
+            return;
+        }
+        bus_ = SessionBus::connect(*address_, dispatch_->mainLoop(), [observers = observers_](const std::string& name) {
+            if (const std::optional<NSString> text = NSString::fromUTF8(name)) {
+                observers->tell(*text);
+            }
+        });
+        for (const std::string& name : asked_) {
+            if (bus_ == nullptr || !bus_->ask(name)) {
+                bus_.reset();
+                return;
+            }
+        }
+    }
+
+    const std::shared_ptr<LinuxDispatch> dispatch_;
+    const std::optional<std::string> address_;
+    const std::shared_ptr<Observers> observers_;
+
+    std::mutex mutex_; // guards what follows
+    std::shared_ptr<SessionBus> bus_;
+    std::vector<std::string> asked_;
+};
+
+} // namespace
+
+std::shared_ptr<DistributedNotificationCenter> makeLinuxNotifications(const std::shared_ptr<LinuxDispatch>& dispatch,
+                                                                      const Variables& variables) {
+    return std::make_shared<LinuxNotifications>(dispatch, busAddress(variables));
+}
+
+} // namespace qk::platform

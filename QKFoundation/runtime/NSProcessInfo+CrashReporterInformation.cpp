@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/runtime/NSProcessInfo+CrashReporterInformation.h"
+#include "QKFoundation/runtime/internal/CrashReporterInformation.h"
+
+#include <cstring>
+#include <string>
+#include <utility>
+
+namespace qk {
+
+void internal::CrashReporterInformation::setString(const platform::Services& services,
+                                                   const std::optional<NSString>& string) {
+    std::call_once(isInitialised_, [&] { sCrashReporterInfo_ = services.crashReporter->informationSlot(); });
+    const std::optional<std::string> text = string.has_value() ? string->utf8() : std::nullopt;
+    if (!text.has_value() || text->empty() || sCrashReporterInfo_ == nullptr) {
+        return;
+    }
+    const std::size_t size = std::strlen(text->c_str()) + 1; // to the first zero character
+    std::unique_ptr<char, Free> copy(static_cast<char*>(std::malloc(size)));
+    if (copy == nullptr) {
+        return;
+    }
+    std::memcpy(copy.get(), text->c_str(), size);
+    const std::scoped_lock lock(sCrashReporterInfoLock_);
+    *sCrashReporterInfo_ = copy.get(); // a report that is written now finds the new text or the old one
+    sOldCrashReporterInfo_.swap(copy);
+}
+
+void NSProcessInfo_CrashReporterInformation::setCrashReporterInfoString(const std::optional<NSString>& string) {
+    // Never destroyed: the slot refers to its text until the process has ended.
+    static auto* const information = new internal::CrashReporterInformation;
+    information->setString(*platform::services(), string);
+}
+
+} // namespace qk
