@@ -10,9 +10,9 @@ namespace qk {
 
 void internal::CrashReporterInformation::setString(const platform::Services& services,
                                                    const std::optional<NSString>& string) {
-    std::call_once(isInitialised_, [&] { sCrashReporterInfo_ = services.crashReporter->informationSlot(); });
+    std::call_once(isInitialised_, [&] { slot_ = services.crashReporter->informationSlot(); });
     const std::optional<std::string> text = string.has_value() ? string->utf8() : std::nullopt;
-    if (!text.has_value() || text->empty() || sCrashReporterInfo_ == nullptr) {
+    if (!text.has_value() || text->empty() || slot_ == nullptr) {
         return;
     }
     const std::size_t size = std::strlen(text->c_str()) + 1; // to the first zero character
@@ -21,9 +21,9 @@ void internal::CrashReporterInformation::setString(const platform::Services& ser
         return;
     }
     std::memcpy(copy.get(), text->c_str(), size);
-    const std::scoped_lock lock(sCrashReporterInfoLock_);
-    *sCrashReporterInfo_ = copy.get(); // a report that is written now finds the new text or the old one
-    sOldCrashReporterInfo_.swap(copy);
+    const std::scoped_lock lock(mutex_);
+    *slot_ = copy.get(); // a report that is written now finds the new text or the old one
+    published_.swap(copy);
 }
 
 void NSProcessInfo_CrashReporterInformation::setCrashReporterInfoString(const std::optional<NSString>& string) {

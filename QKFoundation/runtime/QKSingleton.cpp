@@ -8,8 +8,8 @@
 namespace qk {
 namespace {
 
-// The instances and the monitor of each class. The lock is held for a look-up or a store, never while an instance is
-// made or let go of.
+// `sharedInstances`, by class name, and the monitor of each class. `initialize` is its first use. The lock is held for
+// a look-up or a store, never while an instance is made or let go of.
 class SharedInstances {
 public:
     // Never destroyed: singletons may be asked for while the process ends.

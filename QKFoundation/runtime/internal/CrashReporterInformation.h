@@ -21,10 +21,10 @@ private:
         void operator()(char* text) const noexcept { std::free(text); }
     };
 
-    std::once_flag isInitialised_;
-    const char** sCrashReporterInfo_ = nullptr;
-    std::mutex sCrashReporterInfoLock_; // guards what the slot holds and what follows
-    std::unique_ptr<char, Free> sOldCrashReporterInfo_;
+    std::once_flag isInitialised_;          // `InitCrashReporterInfo`
+    const char** slot_ = nullptr;           // `sCrashReporterInfo`; `sCrashReporterInfoAvailable` when it is not null
+    std::mutex mutex_;                      // `sCrashReporterInfoLock`: guards what the slot holds and what follows
+    std::unique_ptr<char, Free> published_; // `sOldCrashReporterInfo`
 };
 
 } // namespace qk::internal
