@@ -89,7 +89,7 @@ NSString QKPasswordObfuscator::obfuscatedPasswordWithLength(std::uint64_t length
     return NSString(std::u16string(length, u'*'));
 }
 
-std::shared_ptr<QKPasswordObfuscator> QKPasswordObfuscator::copyWithZone() const {
+std::shared_ptr<QKPasswordObfuscator> QKPasswordObfuscator::copy() const {
     return passwordObfuscatorWithPrivatePassword(privatePassword_);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QKFoundation/platform/Export.h"
+#include "QKFoundation/platform/objects/NSCopying.h"
 #include "QKFoundation/platform/objects/NSObject.h"
 
 #include <concepts>
@@ -20,7 +21,7 @@ inline constexpr char QKPasswordObfuscatorObfuscationString[] = "********";
 ///
 /// Both properties can be observed; the object keeps them in step by observing them itself. Lengths count UTF-16 units.
 /// Subclasses are made by `QKPasswordObfuscator::init<Subclass>()`. Threads: one at a time.
-class QK_EXPORT QKPasswordObfuscator : public NSObject {
+class QK_EXPORT QKPasswordObfuscator : public NSObject, public NSCopying {
 public:
     [[nodiscard]] static const ClassDescription& describedClass();
     [[nodiscard]] const ClassDescription& classDescription() const override;
@@ -60,9 +61,9 @@ public:
     [[nodiscard]] NSString obfuscatedPasswordWithLength(std::uint64_t length) const;
 
     /// `copyWithZone:`. A new obfuscator with the same private password.
-    [[nodiscard]] std::shared_ptr<QKPasswordObfuscator> copyWithZone() const;
+    [[nodiscard]] std::shared_ptr<NSObject> copyWithZone() const override { return copy(); }
     /// `copy`. The same.
-    [[nodiscard]] std::shared_ptr<QKPasswordObfuscator> copy() const { return copyWithZone(); }
+    [[nodiscard]] std::shared_ptr<QKPasswordObfuscator> copy() const;
 
     /// Whether `other` is an obfuscator whose private password is the same text, or nothing as this one.
     [[nodiscard]] bool isEqual(const Value& other) const override;

@@ -116,7 +116,7 @@ TEST(QKPasswordObfuscator, CopyHasThePasswordAndItsOwnLife) {
     EXPECT_EQ(copy->privatePassword()->storage(), original->privatePassword()->storage()) << "the same text";
     copy->setPrivatePassword("other");
     EXPECT_EQ(original->privatePassword(), "abc");
-    EXPECT_EQ(with(std::nullopt)->copyWithZone()->privatePassword(), std::nullopt);
+    EXPECT_EQ(with(std::nullopt)->copy()->privatePassword(), std::nullopt);
 }
 
 TEST(QKPasswordObfuscator, EqualWhenThePasswordsAre) {
