@@ -38,10 +38,6 @@ UniquePropertyList parsed(std::string_view bytes, Parse* parse) {
     return UniquePropertyList(root);
 }
 
-bool isNegative(plist_t node, std::uint64_t bits) {
-    return (bits >> 63U) != 0 && equalsUnsigned(node, bits) == unsignedBecomesNegative();
-}
-
 UniquePropertyList integerNode(std::uint64_t bits, bool isSigned) {
     if ((bits >> 63U) == 0 || unsignedBecomesNegative() == isSigned) {
         return UniquePropertyList(plist_new_uint(bits));

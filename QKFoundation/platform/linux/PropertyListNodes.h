@@ -12,7 +12,7 @@
 #include <memory>
 #include <string_view>
 
-/// What reading and writing share of libplist: owners of what it hands out, and how its nodes are to be understood.
+/// What writing needs of libplist: owners of what it hands out, and nodes of all numbers.
 namespace qk::platform {
 
 struct PropertyListPolicy {
@@ -50,9 +50,6 @@ using Parse = void(const char*, std::uint32_t, plist_t*);
 
 /// Seconds between the moment from which Unix counts and the one from which property lists do.
 inline constexpr double kSecondsFrom1970To2001 = 978307200;
-
-/// Whether `node`, an integer of these bits, is negative. libplist knows but does not tell.
-[[nodiscard]] bool isNegative(plist_t node, std::uint64_t bits);
 
 /// A node of the integer of these bits, of which the highest one is the sign when it `isSigned`.
 [[nodiscard]] UniquePropertyList integerNode(std::uint64_t bits, bool isSigned);

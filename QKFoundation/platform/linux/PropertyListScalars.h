@@ -1,35 +1,34 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cstddef>
+#include "QKFoundation/platform/values/NSData.h"
+#include "QKFoundation/platform/values/NSDate.h"
+#include "QKFoundation/platform/values/NSNumber.h"
+
 #include <optional>
+#include <string>
 #include <string_view>
 
-/// The syntax of the texts between the tags of an XML property list. White space around a number, a date and anywhere
-/// in data is allowed.
+/// The texts between the tags of an XML property list. White space around a number, a date and anywhere in data is
+/// allowed. Each gives nothing for a text that has not the syntax of its kind.
 namespace qk::platform {
 
-/// Where the digits of an integer begin, and how many of them are zeros that could be left out.
-struct IntegerText {
-    std::size_t digits = 0;
-    std::size_t zeros = 0;
-};
+/// An optional sign and decimal digits, or hexadecimal ones behind "0x", from -2^63 to 2^64 - 1. Zeros in front are
+/// digits like others.
+[[nodiscard]] std::optional<NSNumber> integerOfText(std::string_view text);
 
-/// An optional sign and decimal digits, or hexadecimal ones behind "0x"; nothing for anything else, and for what lies
-/// outside of -2^63 to 2^64 - 1.
-[[nodiscard]] std::optional<IntegerText> integerText(std::string_view text);
+/// A decimal number with an optional sign, fraction and exponent, or "nan", "inf" or "infinity" in any case. What is
+/// too large is infinity, what is too small is 0.
+[[nodiscard]] std::optional<NSNumber> realOfText(std::string_view text);
 
-/// Whether `text` is a decimal number with an optional sign, fraction and exponent, or "nan", "inf" or "infinity" in
-/// any case.
-[[nodiscard]] bool isRealText(std::string_view text);
+/// "2016-11-16T04:05:00Z", a moment of the calendar in the years 0 to 9999.
+[[nodiscard]] std::optional<NSDate> dateOfText(std::string_view text);
 
-/// The year of "2016-11-16T04:05:00Z"; nothing for another form and for what is no moment of the calendar.
-[[nodiscard]] std::optional<int> yearOfDateText(std::string_view text);
+/// Base64 with its padding.
+[[nodiscard]] std::optional<NSData> dataOfText(std::string_view text);
 
-/// Whether `text` is base64 with its padding.
-[[nodiscard]] bool isBase64(std::string_view text);
-
-/// Whether every "&" of `text` begins one of the five entities or a number that is a character other than U+0000.
-[[nodiscard]] bool hasTameReferences(std::string_view text);
+/// Appends `text` to `characters`, in it the characters for the five entities and for numbers. Returns whether every
+/// "&" began one of them; U+0000 has none.
+[[nodiscard]] bool appendCharacters(std::string_view text, std::string& characters);
 
 } // namespace qk::platform

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/linux/PropertyListWriting.h"
 
-#include "QKFoundation/platform/linux/PropertyListGuard.h"
 #include "QKFoundation/platform/linux/PropertyListNodes.h"
+#include "QKFoundation/platform/linux/PropertyListReading.h"
 
 #include <algorithm>
 #include <bit>

@@ -209,5 +209,17 @@ TEST(NSObject, TheDescriptionListsTheClassesOwnMembers) {
     EXPECT_NE(Dog::describedClass().method("sleep"), nullptr);
 }
 
+TEST(NSObject, UnrecognisedSelectorsGoThroughOneHook) {
+    class Lenient : public NSObject {
+    public:
+        void doesNotRecognizeSelector(const NSString& selector) const override { asked = selector; }
+        mutable NSString asked;
+    };
+    EXPECT_THROW(std::make_shared<NSObject>()->doesNotRecognizeSelector("fly"), NSInvalidArgumentException);
+    const auto lenient = std::make_shared<Lenient>();
+    EXPECT_EQ(lenient->performSelector("fly"), std::nullopt);
+    EXPECT_EQ(lenient->asked, "fly");
+}
+
 } // namespace
 } // namespace qk
