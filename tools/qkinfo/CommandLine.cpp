@@ -24,6 +24,7 @@ constexpr const char* kFooter = "A fact that the system does not tell is shown a
 constexpr std::string_view kReport = "report";
 constexpr std::string_view kWatch = "watch";
 constexpr std::string_view kTranslate = "translate";
+constexpr std::string_view kTypes = "types";
 constexpr std::string_view kFormat = "format";
 constexpr std::string_view kField = "field";
 
@@ -90,12 +91,14 @@ public:
         }
         addWatch();
         addTranslate();
+        addTypes();
         addFormat();
         addField();
     }
 
     void parse(const std::vector<std::string>& arguments) {
-        const bool takesTexts = !arguments.empty() && (arguments.front() == kTranslate || arguments.front() == kFormat);
+        const bool takesTexts = !arguments.empty() && (arguments.front() == kTranslate ||
+                                                       arguments.front() == kFormat || arguments.front() == kTypes);
         std::vector<std::string> reversed = takesTexts ? marked(arguments) : arguments;
         std::ranges::reverse(reversed);
         app_.parse(reversed);
@@ -126,6 +129,11 @@ public:
                 unmark(*invocation.options.language);
             }
             std::ranges::for_each(invocation.options.arguments, unmark);
+            return invocation;
+        }
+        if (chosen == kTypes) {
+            TypesInvocation invocation{types_, json_, color_};
+            std::ranges::for_each(invocation.options.names, unmark);
             return invocation;
         }
         if (chosen == kFormat) {
@@ -181,6 +189,11 @@ private:
             ->take_last();
         translate.add_option("KEY", translate_.key, "The key of the text")->type_name("")->required();
         translate.add_option("ARG", translate_.arguments, "What stands for %1%, %2%, ... in the text")->type_name("");
+    }
+
+    void addTypes() {
+        CLI::App& types = addCommand(std::string(kTypes), "The types of files, by their extensions");
+        types.add_option("NAME", types_.names, "An extension, or a file's name")->type_name("")->required();
     }
 
     void addFormat() {
@@ -244,6 +257,7 @@ private:
     bool noUpdates_ = false;
     WatchOptions watch_;
     TranslateOptions translate_;
+    TypesOptions types_;
     std::string fieldKind_;
     std::vector<std::string> texts_;
     ColorChoice color_ = ColorChoice::Auto;
@@ -257,8 +271,9 @@ UsageError unexpectedArgument(const std::vector<std::string>& arguments, const s
     const auto isOption = [](const std::string& argument) { return argument.starts_with('-'); };
     const auto first = std::ranges::find_if_not(arguments, isOption);
     const auto isCommand = [](const std::string& argument) {
-        return argument == kReport || argument == kWatch || argument == kTranslate || argument == kFormat ||
-               argument == kField || std::ranges::count(commands(), argument, &Command::name) > 0;
+        return argument == kReport || argument == kWatch || argument == kTranslate || argument == kTypes ||
+               argument == kFormat || argument == kField ||
+               std::ranges::count(commands(), argument, &Command::name) > 0;
     };
     if (first != arguments.end() && !isCommand(*first)) {
         return usageError("there is no command \"" + *first + "\"");

@@ -4,6 +4,7 @@
 #include "tools/qkinfo/Commands.h"
 #include "tools/qkinfo/Terminal.h"
 #include "tools/qkinfo/commands/Translate.h"
+#include "tools/qkinfo/commands/Types.h"
 #include "tools/qkinfo/field/Format.h"
 #include "tools/qkinfo/watch/WatchLoop.h"
 
@@ -34,6 +35,13 @@ struct TranslateInvocation {
     bool json = false;
 };
 
+/// The command line asks for the types of files.
+struct TypesInvocation {
+    TypesOptions options;
+    bool json = false;
+    ColorChoice color = ColorChoice::Auto;
+};
+
 /// The command line asks what fields show.
 struct FormatInvocation {
     FormatOptions options;
@@ -55,8 +63,8 @@ struct UsageError {
     std::string message;
 };
 
-using ParsedCommandLine = std::variant<Invocation, WatchInvocation, TranslateInvocation, FormatInvocation,
-                                       FieldInvocation, PlainText, UsageError>;
+using ParsedCommandLine = std::variant<Invocation, WatchInvocation, TranslateInvocation, TypesInvocation,
+                                       FormatInvocation, FieldInvocation, PlainText, UsageError>;
 
 /// `arguments` are those behind the program's name, in the encoding that they came in.
 [[nodiscard]] ParsedCommandLine parseCommandLine(const std::vector<std::string>& arguments);

@@ -3,9 +3,11 @@
 
 #include "QKFoundation/platform/objects/NSException.h"
 
+#include "tools/qkinfo/commands/Folders.h"
 #include "tools/qkinfo/commands/Hardware.h"
 #include "tools/qkinfo/commands/MemoryUse.h"
 #include "tools/qkinfo/commands/OperatingSystem.h"
+#include "tools/qkinfo/commands/Owner.h"
 #include "tools/qkinfo/commands/Processes.h"
 #include "tools/qkinfo/commands/ProcessorLoad.h"
 #include "tools/qkinfo/commands/Updates.h"
@@ -26,6 +28,8 @@ constexpr std::array kCommands{
     Command{"memory", "Memory", "What the memory is used for", "", memoryUse},
     Command{"volumes", "Volumes", "The machine's own storage and how full it is", "", volumes},
     Command{"processes", "Processes", "How many run, and which are stopped or defunct", "", processes},
+    Command{"owner", "Owner", "Who runs this program, and who is at the console", "", owner},
+    Command{"folders", "Folders", "Where applications keep their data, caches and downloads", "", folders},
     Command{"updates", "Updates", "Software updates that wait to be installed", "Asking for updates", updates},
 };
 

@@ -69,15 +69,25 @@ std::vector<Section> gather(const Invocation& invocation, const Surroundings& su
     return sections;
 }
 
+int printText(const std::vector<Section>& sections, ColorChoice color, const Surroundings& surroundings) {
+    const Terminal output = terminalAt(STDOUT_FILENO);
+    const char* const noColor = std::getenv("NO_COLOR"); // NOLINT(concurrency-mt-unsafe): the worker has ended
+    return print(renderText(sections, {output.width, usesColor(color, output, noColor), surroundings.clock->moment()}));
+}
+
 int answer(const Invocation& invocation, const Surroundings& surroundings) {
     const std::vector<Section> sections = gather(invocation, surroundings);
     if (invocation.json) {
         return print(renderJson(sections));
     }
-    const Terminal output = terminalAt(STDOUT_FILENO);
-    const char* const noColor = std::getenv("NO_COLOR"); // NOLINT(concurrency-mt-unsafe): the worker has ended
-    return print(renderText(
-        sections, {output.width, usesColor(invocation.color, output, noColor), surroundings.clock->moment()}));
+    return printText(sections, invocation.color, surroundings);
+}
+
+int answer(const TypesInvocation& invocation, const Surroundings& surroundings) {
+    if (invocation.json) {
+        return print(renderJson(std::vector{typesSection(invocation.options)}));
+    }
+    return printText(typesSections(invocation.options), invocation.color, surroundings);
 }
 
 int answer(const TranslateInvocation& invocation) {
@@ -124,6 +134,9 @@ int runProgram(const std::vector<std::string>& arguments, const Surroundings& su
         }
         if (const auto* translating = std::get_if<TranslateInvocation>(&parsed)) {
             return answer(*translating);
+        }
+        if (const auto* types = std::get_if<TypesInvocation>(&parsed)) {
+            return answer(*types, surroundings);
         }
         if (const auto* formatting = std::get_if<FormatInvocation>(&parsed)) {
             return answer(*formatting);

@@ -52,13 +52,7 @@ public:
         auto registration = std::make_unique<Registration>(observers_->add(name, std::move(handler)));
         if (const std::optional<std::string> text = carried(name)) {
             const std::scoped_lock lock(mutex_);
-            // A name that was asked for once stays asked for: who does not wait for it any more is not told.
-            if (std::ranges::find(asked_, *text) == asked_.end()) {
-                asked_.push_back(*text);
-                if (bus_ == nullptr || !bus_->ask(*text)) {
-                    reconnect();
-                }
-            }
+            ask(*text);
         }
         return registration;
     }
@@ -72,14 +66,52 @@ public:
         return false;
     }
 
+    bool isConnected() override {
+        const std::scoped_lock lock(mutex_);
+        return connected();
+    }
+
 private:
+    // A name that was asked for once stays asked for: who does not wait for it any more is not told.
+    void ask(const std::string& name) {
+        const bool isNew = std::ranges::find(asked_, name) == asked_.end();
+        const bool wasAlive = bus_ != nullptr && bus_->isAlive();
+        if (isNew) {
+            asked_.push_back(name);
+        }
+        if (!wasAlive) {
+            reconnect(); // asks for all
+        } else if (isNew) {
+            settle(bus_->ask(name));
+        }
+    }
+
     bool send(const std::string& name) {
         const std::scoped_lock lock(mutex_);
-        if (bus_ != nullptr && bus_->send(name)) {
-            return true;
+        if (!connected()) {
+            return false;
         }
-        reconnect();
-        return bus_ != nullptr && bus_->send(name);
+        const SessionBus::Answer answer = bus_->send(name);
+        settle(answer);
+        // Lost in between, it did not reach the bus. Unanswered it may have: a second time would be one too many.
+        return answer == SessionBus::Answer::Done ||
+               (answer == SessionBus::Answer::Lost && bus_ != nullptr && bus_->send(name) == SessionBus::Answer::Done);
+    }
+
+    bool connected() {
+        if (bus_ == nullptr || !bus_->isAlive()) {
+            reconnect();
+        }
+        return bus_ != nullptr;
+    }
+
+    // Replaces a connection that is lost, and leaves one whose bus does not answer: what it answers later is not heard.
+    void settle(SessionBus::Answer answer) {
+        if (answer == SessionBus::Answer::Lost) {
+            reconnect();
+        } else if (answer == SessionBus::Answer::None) {
+            bus_.reset();
+        }
     }
 
     // A new connection, with all that is waited for; none when there is no bus.
@@ -94,7 +126,7 @@ private:
             }
         });
         for (const std::string& name : asked_) {
-            if (bus_ == nullptr || !bus_->ask(name)) {
+            if (bus_ == nullptr || bus_->ask(name) != SessionBus::Answer::Done) {
                 bus_.reset();
                 return;
             }

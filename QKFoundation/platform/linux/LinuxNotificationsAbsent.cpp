@@ -32,6 +32,8 @@ public:
         return false;
     }
 
+    bool isConnected() override { return false; }
+
 private:
     internal::NotificationObservers observers_;
 };

@@ -152,6 +152,10 @@ std::unique_ptr<RunLoopSource> LinuxRunLoop::addFileDescriptor(int descriptor, T
         ready = [] {};
     }
     const std::scoped_lock lock(mutex_);
+    if (generation_ != forkGeneration()) {
+        errno = ECHILD; // the parent would be woken, and know nothing of it
+        return nullptr;
+    }
     const std::uint64_t number = ++lastWatch_;
     if (!watch(epoll_.get(), descriptor, events, number)) {
         return nullptr;
@@ -167,7 +171,9 @@ void LinuxRunLoop::removeWatch(std::uint64_t number) {
     if (found != watches_.end()) {
         removed = std::move(found->second);
         watches_.erase(found);
-        ::epoll_ctl(epoll_.get(), EPOLL_CTL_DEL, removed->descriptor, nullptr);
+        if (generation_ == forkGeneration()) {
+            ::epoll_ctl(epoll_.get(), EPOLL_CTL_DEL, removed->descriptor, nullptr);
+        }
     }
 }
 

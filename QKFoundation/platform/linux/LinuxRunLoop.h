@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "QKFoundation/platform/linux/ForkGeneration.h"
 #include "QKFoundation/platform/linux/UniqueHandle.h"
 #include "QKFoundation/platform/services/RunLoop.h"
 #include "QKFoundation/platform/services/internal/TimerQueue.h"
@@ -20,7 +21,8 @@
 namespace qk::platform {
 
 /// A run loop over one epoll descriptor: an eventfd for tasks, a timerfd once there is a timer, and the descriptors
-/// that adapters watch. A child made by fork shares these descriptors with its parent and must not use the loop.
+/// that adapters watch. A child made by fork shares these descriptors with its parent and must not use the loop;
+/// sources of the loop may end there, which changes nothing for the parent.
 class LinuxRunLoop final : public RunLoop, public std::enable_shared_from_this<LinuxRunLoop> {
 public:
     /// Raises `std::system_error` when the process can have no more descriptors.
@@ -38,7 +40,8 @@ public:
     [[nodiscard]] int fileDescriptor() const override { return epoll_.get(); }
 
     /// Calls `ready` whenever `descriptor` has one of `events` (those of epoll_ctl(2), level-triggered), also when it
-    /// fails or its other end hangs up; null, with errno, for a descriptor that cannot be watched or already is.
+    /// fails or its other end hangs up; null, with errno, for a descriptor that cannot be watched or already is, and in
+    /// a child made by fork.
     /// The descriptor stays the caller's and must stay open for as long as the source lives. Any thread.
     [[nodiscard]] std::unique_ptr<RunLoopSource> addFileDescriptor(int descriptor, std::function<void()> ready,
                                                                    std::uint32_t events = EPOLLIN);
@@ -63,6 +66,7 @@ private:
     void removeTimer(const std::shared_ptr<Timers::Timer>& timer);
     void removeWatch(std::uint64_t number);
 
+    const std::uint64_t generation_ = forkGeneration();
     UniqueFD epoll_;
     UniqueFD event_;
     std::atomic<bool> stopRequested_ = false;

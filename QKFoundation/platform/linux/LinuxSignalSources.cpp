@@ -4,6 +4,7 @@
 #include <sys/eventfd.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
@@ -18,6 +19,7 @@ namespace {
 // about to write to it.
 struct Slot {
     std::atomic<int> event = -1;
+    std::atomic<pid_t> owner = 0;
     std::atomic<bool> isTaken = false;
 };
 constexpr std::size_t kSlots = 16;
@@ -31,10 +33,23 @@ std::mutex& dispositions() {
     return *mutex;
 }
 
-extern "C" void tellSources(int signal) {
+// Whether an instruction of this thread caused it: returning from the handler would run into it again.
+bool isFault(int signal, const siginfo_t& info) {
+    static constexpr std::array kFaults{SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGSYS};
+    return info.si_code > 0 && std::ranges::find(kFaults, signal) != kFaults.end();
+}
+
+extern "C" void tellSources(int signal, siginfo_t* info, void* /*context*/) {
     const int error = errno;
-    for (Slot& slot : slotsBySignal[static_cast<std::size_t>(signal)]) {
-        if (slot.isTaken.load(std::memory_order_acquire)) {
+    if (isFault(signal, *info)) {
+        ::signal(signal, SIG_DFL); // as it happens to one that is ignored
+        ::raise(signal);
+        return;
+    }
+    const pid_t process = ::getpid();
+    for (const Slot& slot : slotsBySignal[static_cast<std::size_t>(signal)]) {
+        // A child made by fork has our eventfds, too, and its signals are not ours.
+        if (slot.isTaken.load(std::memory_order_acquire) && slot.owner.load(std::memory_order_relaxed) == process) {
             const std::uint64_t one = 1;
             static_cast<void>(!::write(slot.event.load(std::memory_order_relaxed), &one, sizeof one));
         }
@@ -42,12 +57,26 @@ extern "C" void tellSources(int signal) {
     errno = error;
 }
 
-bool setDisposition(int signal, void (*handler)(int)) {
+bool handle(int signal) {
     struct sigaction action {};
-    action.sa_handler = handler;
-    action.sa_flags = SA_RESTART;
+    action.sa_sigaction = tellSources;
+    action.sa_flags = SA_SIGINFO | SA_RESTART | SA_ONSTACK; // a host's threads may have little stack
     ::sigemptyset(&action.sa_mask);
     return ::sigaction(signal, &action, nullptr) == 0;
+}
+
+void ignore(int signal) {
+    struct sigaction action {};
+    action.sa_handler = SIG_IGN;
+    ::sigemptyset(&action.sa_mask);
+    ::sigaction(signal, &action, nullptr);
+}
+
+// Whether nobody else has taken the signal over since.
+bool isOurs(int signal) {
+    struct sigaction action {};
+    return ::sigaction(signal, nullptr, &action) == 0 && (action.sa_flags & SA_SIGINFO) != 0 &&
+           action.sa_sigaction == tellSources;
 }
 
 bool isSignal(std::int32_t signal) {
@@ -82,6 +111,7 @@ Slot* take(Slots& slots) {
             return nullptr;
         }
         empty(event);
+        slot.owner.store(::getpid(), std::memory_order_relaxed);
         slot.isTaken.store(true, std::memory_order_release);
         return &slot;
     }
@@ -98,8 +128,8 @@ public:
         watch_.reset();
         const std::scoped_lock lock(dispositions());
         slot_.isTaken.store(false, std::memory_order_release);
-        if (!anyIsTaken(slotsBySignal[static_cast<std::size_t>(signal_)])) {
-            setDisposition(signal_, SIG_IGN);
+        if (!anyIsTaken(slotsBySignal[static_cast<std::size_t>(signal_)]) && isOurs(signal_)) {
+            ignore(signal_);
         }
     }
 
@@ -122,8 +152,13 @@ private:
 
 void LinuxSignalSources::ignoreSignal(std::int32_t signal) {
     const std::scoped_lock lock(dispositions());
-    if (isSignal(signal) && !anyIsTaken(slotsBySignal[static_cast<std::size_t>(signal)])) {
-        setDisposition(signal, SIG_IGN);
+    if (!isSignal(signal)) {
+        return;
+    }
+    if (anyIsTaken(slotsBySignal[static_cast<std::size_t>(signal)])) {
+        handle(signal);
+    } else {
+        ignore(signal);
     }
 }
 
@@ -135,12 +170,11 @@ std::unique_ptr<SignalSource> LinuxSignalSources::makeSignalSource(std::int32_t 
     {
         const std::scoped_lock lock(dispositions());
         Slots& slots = slotsBySignal[static_cast<std::size_t>(signal)];
-        const bool isFirst = !anyIsTaken(slots);
         Slot* slot = take(slots);
         if (slot == nullptr) {
             return nullptr;
         }
-        if (isFirst && !setDisposition(signal, tellSources)) {
+        if (!handle(signal)) {
             slot->isTaken.store(false, std::memory_order_release);
             return nullptr;
         }

@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/linux/SessionBus.h"
 
-#include <poll.h>
+#include <fcntl.h>
 
-#include <algorithm>
+#include <cstddef>
 
 namespace qk::platform {
 namespace {
 
 constexpr std::chrono::milliseconds kLimit{200};
+constexpr std::size_t kLongestRule = 1024; // of the bus
 constexpr const char* kPath = "/com/qkfoundation/DistributedNotificationCenter";
 constexpr const char* kInterface = "com.qkfoundation.DistributedNotificationCenter";
 constexpr const char* kMember = "Notify";
@@ -24,6 +25,12 @@ std::string quoted(const std::string& text) {
         result += byte == '\'' ? std::string("'\\''") : std::string(1, byte);
     }
     return result + "'";
+}
+
+std::string ruleFor(const std::string& name) {
+    const std::string all = std::string("type='signal',interface='") + kInterface + "',member='" + kMember + "'";
+    std::string one = all + ",arg0=" + quoted(name);
+    return one.size() <= kLongestRule ? one : all;
 }
 
 UniqueBusMessage callOfBus(sd_bus* bus, const char* method) {
@@ -54,47 +61,53 @@ std::shared_ptr<SessionBus> SessionBus::connect(const std::string& address, std:
     }
     std::shared_ptr<SessionBus> connection(new SessionBus(std::move(bus), std::move(loop), std::move(received)));
     const bool isListening = sd_bus_add_filter(connection->bus_.get(), nullptr, keepName, connection.get()) >= 0;
-    connection->serve();
-    return isListening && connection->source_ != nullptr ? connection : nullptr;
+    return isListening && connection->serve() ? connection : nullptr;
 }
 
-SessionBus::~SessionBus() {
-    source_.reset();
-}
-
-void SessionBus::serve() {
-    source_ = loop_->addFileDescriptor(sd_bus_get_fd(bus_.get()), [weak = weak_from_this()] {
+bool SessionBus::serve() {
+    const std::scoped_lock lock(mutex_);
+    watched_.reset(::fcntl(sd_bus_get_fd(bus_.get()), F_DUPFD_CLOEXEC, 0));
+    source_ = loop_->addFileDescriptor(watched_.get(), [weak = weak_from_this()] {
         if (const auto self = weak.lock()) {
             self->process();
         }
     });
     processSoon();
+    return source_ != nullptr;
 }
 
-// What a blocking step read ahead is not seen on the descriptor any more.
+// What a blocking step has read ahead is not seen on the descriptor any more. One task at a time waits: the loop may
+// never run.
 void SessionBus::processSoon() {
-    loop_->perform([weak = weak_from_this()] {
-        if (const auto self = weak.lock()) {
-            self->process();
-        }
-    });
+    if (!std::exchange(isDueSoon_, true)) {
+        loop_->perform([weak = weak_from_this()] {
+            if (const auto self = weak.lock()) {
+                self->process();
+            }
+        });
+    }
+}
+
+// Handles all that has arrived. False once the connection is lost.
+bool SessionBus::step() {
+    int handled = 1;
+    while (!isLost_ && handled > 0) {
+        handled = sd_bus_process(bus_.get(), nullptr);
+        isLost_ = handled < 0;
+    }
+    return !isLost_;
 }
 
 void SessionBus::process() {
     std::vector<std::string> arrived;
-    bool isLost = false;
+    std::unique_ptr<RunLoopSource> ended;
     {
         const std::scoped_lock lock(mutex_);
-        int handled = 1;
-        while (!isLost_ && handled > 0) {
-            handled = sd_bus_process(bus_.get(), nullptr);
+        isDueSoon_ = false;
+        if (!step()) {
+            ended = std::move(source_); // its descriptor stays readable for ever
         }
-        isLost_ = isLost_ || handled < 0;
-        isLost = isLost_;
         arrived.swap(arrived_);
-    }
-    if (isLost) {
-        source_.reset(); // its descriptor stays readable for ever
     }
     for (const std::string& name : arrived) {
         received_(name);
@@ -109,32 +122,39 @@ int SessionBus::keepName(sd_bus_message* message, void* self, sd_bus_error* /*er
     return 0;
 }
 
-bool SessionBus::ask(const std::string& name) {
-    const std::string rule =
-        std::string("type='signal',interface='") + kInterface + "',member='" + kMember + "',arg0=" + quoted(name);
-    bool isAsked = false;
-    {
-        const std::scoped_lock lock(mutex_);
-        const UniqueBusMessage call = isLost_ ? UniqueBusMessage() : callOfBus(bus_.get(), "AddMatch");
-        isAsked = call && sd_bus_message_append(call.get(), "s", rule.c_str()) >= 0 &&
-                  callOnBus(bus_.get(), call.get(), soon());
-    }
+bool SessionBus::isAlive() {
+    const std::scoped_lock lock(mutex_);
     processSoon();
-    return isAsked;
+    return step();
 }
 
-bool SessionBus::send(const std::string& name) {
-    bool isSent = false;
-    {
-        const std::scoped_lock lock(mutex_);
-        if (!isLost_ && sd_bus_emit_signal(bus_.get(), kPath, kInterface, kMember, "s", name.c_str()) >= 0) {
-            // The bus has taken it when it answers what was asked behind it.
-            const UniqueBusMessage call = callOfBus(bus_.get(), "GetId");
-            isSent = call && callOnBus(bus_.get(), call.get(), soon());
-        }
+SessionBus::Answer SessionBus::call(sd_bus_message* call) {
+    const bool isAnswered = call != nullptr && callOnBus(bus_.get(), call, soon());
+    if (isAnswered) {
+        return Answer::Done;
     }
+    return sd_bus_is_open(bus_.get()) > 0 ? Answer::None : Answer::Lost;
+}
+
+SessionBus::Answer SessionBus::ask(const std::string& name) {
+    const std::scoped_lock lock(mutex_);
     processSoon();
-    return isSent;
+    if (!step()) {
+        return Answer::Lost;
+    }
+    const UniqueBusMessage request = callOfBus(bus_.get(), "AddMatch");
+    const bool isWhole = request && sd_bus_message_append(request.get(), "s", ruleFor(name).c_str()) >= 0;
+    return call(isWhole ? request.get() : nullptr);
+}
+
+SessionBus::Answer SessionBus::send(const std::string& name) {
+    const std::scoped_lock lock(mutex_);
+    processSoon();
+    if (!step() || sd_bus_emit_signal(bus_.get(), kPath, kInterface, kMember, "s", name.c_str()) < 0) {
+        return Answer::Lost;
+    }
+    // The bus has taken it when it answers what was asked behind it.
+    return call(callOfBus(bus_.get(), "GetId").get());
 }
 
 } // namespace qk::platform

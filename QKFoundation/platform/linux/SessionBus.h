@@ -18,38 +18,52 @@ namespace qk::platform {
 /// `std::shared_ptr`. Threads: any.
 class SessionBus : public std::enable_shared_from_this<SessionBus> {
 public:
+    /// What the bus made of a request.
+    enum class Answer {
+        Done,
+        None, ///< nothing within the time limit; it may still come to be done
+        Lost, ///< the connection is gone, and the request with it
+    };
+
     /// Connects to the bus at `address`; null when it does not answer within the time limit. `received` is called on
-    /// `loop` with every name that was asked for and arrives.
+    /// `loop` with every name that was asked for and arrives; it must not throw.
     [[nodiscard]] static std::shared_ptr<SessionBus> connect(const std::string& address,
                                                              std::shared_ptr<LinuxRunLoop> loop,
                                                              std::function<void(const std::string&)> received);
-    ~SessionBus();
+    ~SessionBus() = default;
     SessionBus(const SessionBus&) = delete;
     SessionBus& operator=(const SessionBus&) = delete;
 
-    /// Asks for the notifications of that name, from now on and for as long as the connection lasts. False when the
-    /// connection is lost.
-    bool ask(const std::string& name);
+    /// Whether the bus is still there, as far as the kernel knows.
+    [[nodiscard]] bool isAlive();
 
-    /// Sends a notification. False when it did not leave within the time limit, or the connection is lost.
-    bool send(const std::string& name);
+    /// Asks for the notifications of that name, from now on and for as long as the connection lasts. Names that are too
+    /// long for such a request bring all notifications.
+    [[nodiscard]] Answer ask(const std::string& name);
+
+    /// Sends a notification.
+    [[nodiscard]] Answer send(const std::string& name);
 
 private:
     SessionBus(UniqueBus bus, std::shared_ptr<LinuxRunLoop> loop, std::function<void(const std::string&)> received)
-        : bus_(std::move(bus)), loop_(std::move(loop)), received_(std::move(received)) {}
+        : loop_(std::move(loop)), received_(std::move(received)), bus_(std::move(bus)) {}
 
-    void serve();
-    void processSoon();
+    [[nodiscard]] bool serve();
     void process();
+    void processSoon();
+    [[nodiscard]] bool step();
+    [[nodiscard]] Answer call(sd_bus_message* call);
     static int keepName(sd_bus_message* message, void* self, sd_bus_error* error);
-
-    std::mutex mutex_; // guards the connection and what follows it
-    UniqueBus bus_;
-    std::vector<std::string> arrived_;
-    bool isLost_ = false;
 
     const std::shared_ptr<LinuxRunLoop> loop_;
     const std::function<void(const std::string&)> received_;
+
+    std::mutex mutex_; // guards what follows
+    UniqueBus bus_;
+    std::vector<std::string> arrived_;
+    bool isLost_ = false;
+    bool isDueSoon_ = false;
+    UniqueFD watched_; // the connection's descriptor once more: the library closes its own when the bus goes away
     std::unique_ptr<RunLoopSource> source_;
 };
 

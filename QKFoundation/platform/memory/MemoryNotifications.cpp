@@ -75,4 +75,9 @@ bool MemoryDistributedNotifications::postNotificationName(const NSString& name) 
     return true;
 }
 
+bool MemoryDistributedNotifications::isConnected() {
+    const std::scoped_lock lock(mutex_);
+    return bus_ != nullptr;
+}
+
 } // namespace qk::platform::memory

@@ -46,6 +46,7 @@ public:
     addObserver(const NSString& name, NSNotificationSuspensionBehavior suspensionBehavior,
                 std::function<void()> handler) override;
     bool postNotificationName(const NSString& name) override;
+    [[nodiscard]] bool isConnected() override;
 
 private:
     std::shared_ptr<internal::NotificationObservers> observers_;

@@ -49,6 +49,9 @@ public:
 
     /// `postNotificationName:object:`. Tells every process of the user. False when only this one could be told.
     virtual bool postNotificationName(const NSString& name) = 0;
+
+    /// Whether there is a way to the user's other processes now; looks for one when there was none.
+    [[nodiscard]] virtual bool isConnected() = 0;
 };
 
 } // namespace qk::platform

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/files/QKDownloadPath.h"
+#include "QKFoundation/runtime/MainThreadDispatch.h"
 #include "QKFoundation/system_info/OSXVersion.h"
 #include "QKFoundation/system_info/QKHardwareFunctions.h"
 #include "QKFoundation/system_info/QKUserUtils.h"
@@ -16,6 +17,10 @@ static void expect(int holds, const char* what) {
         fprintf(stderr, "does not hold: %s\n", what);
         ++failures;
     }
+}
+
+static void addOne(void* number) {
+    ++*(int*)number;
 }
 
 int main(void) {
@@ -51,5 +56,10 @@ int main(void) {
     expect(isProcessOwnerConsoleUser() == (getProcessOwnerUID() == getConsoleUID()), "the console's user is asked for");
     printf("downloads   %s\n", qk_getDownloadPath());
     expect(qk_getDownloadPath()[0] == '/', "the folder for downloads is absolute");
+
+    int calls = 0;
+    dispatch_sync_mainthread_f(&calls, addOne);
+    dispatch_async_mainthread_f(&calls, addOne);
+    expect(calls == 2, "on the main thread both kinds of calls are made at once");
     return failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }

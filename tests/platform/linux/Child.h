@@ -41,7 +41,25 @@ public:
     /// Returns once the child has ended, and leaves it a zombie.
     [[nodiscard]] bool waitUntilEnded() const { return waitFor(WEXITED) != CLD_STOPPED; }
 
+    /// The exit status of a child that has ended; -1 when a signal ended it.
+    [[nodiscard]] int exitStatus() const {
+        const siginfo_t info = end();
+        return info.si_code == CLD_EXITED ? info.si_status : -1;
+    }
+
+    /// The signal that has ended the child; 0 when none did.
+    [[nodiscard]] int signal() const {
+        const siginfo_t info = end();
+        return info.si_code == CLD_KILLED || info.si_code == CLD_DUMPED ? info.si_status : 0;
+    }
+
 private:
+    [[nodiscard]] siginfo_t end() const {
+        siginfo_t info{};
+        static_cast<void>(::waitid(P_PID, static_cast<id_t>(pid_), &info, WEXITED | WNOHANG | WNOWAIT));
+        return info;
+    }
+
     [[nodiscard]] int waitFor(int events) const {
         siginfo_t info{};
         while (::waitid(P_PID, static_cast<id_t>(pid_), &info, events | WNOWAIT) != 0) {

@@ -4,8 +4,8 @@
 #include "QKFoundation/platform/linux/LinuxLaunchServices.h"
 #include "QKFoundation/platform/memory/MemoryTaskLauncher.h"
 
-#include "tests/platform/linux/Child.h"
 #include "tests/platform/linux/Environment.h"
+#include "tests/platform/linux/PrivateBus.h"
 #include "tests/platform/linux/TemporaryFolder.h"
 #include "tests/platform/values/Printing.h"
 
@@ -20,7 +20,6 @@
 #include <atomic>
 #include <filesystem>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -30,48 +29,19 @@ namespace {
 using tests::environment;
 using tests::TemporaryFolder;
 
-constexpr const char* kDaemon = "/usr/bin/dbus-daemon";
 constexpr const char* kPortal = "org.freedesktop.portal.Desktop";
 
-// The daemon, which could start a portal if it were asked to: one that leaves the file "started" behind.
-class SessionBus {
+// A bus that could start a portal if it were asked to: one that leaves the file "started" behind.
+class BusWithPortal : public tests::PrivateBus {
 public:
-    SessionBus() {
-        const std::string starter = folder_.write("start", "#!/bin/sh\ntouch '" + folder_.path("started") + "'\n");
+    BusWithPortal() {
+        const std::string starter = folder().write("start", "#!/bin/sh\ntouch '" + folder().path("started") + "'\n");
         ::chmod(starter.c_str(), S_IRWXU);
-        folder_.write("services/portal.service",
-                      std::string("[D-BUS Service]\nName=") + kPortal + "\nExec=" + starter + "\n");
-        const std::string configuration =
-            folder_.write("configuration", "<busconfig><type>session</type><listen>unix:path=" + folder_.path("bus") +
-                                               "</listen><servicedir>" + folder_.path("services") +
-                                               "</servicedir><policy context=\"default\"><allow send_destination=\"*\" "
-                                               "eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow own=\"*\"/>"
-                                               "</policy></busconfig>");
-        std::array<int, 2> ready{};
-        if (::pipe(ready.data()) != 0) {
-            throw std::runtime_error("pipe");
-        }
-        daemon_.emplace([&] {
-            const std::string option = "--config-file=" + configuration;
-            const std::string report = "--print-address=" + std::to_string(ready[1]);
-            ::execl(kDaemon, kDaemon, option.c_str(), report.c_str(), "--nofork", nullptr);
-            ::_exit(1);
-        });
-        ::close(ready[1]);
-        // It prints its address once it listens; the end of the pipe means that it did not start.
-        char first = 0;
-        isReady_ = ::read(ready[0], &first, 1) == 1;
-        ::close(ready[0]);
+        folder().write("services/portal.service",
+                       std::string("[D-BUS Service]\nName=") + kPortal + "\nExec=" + starter + "\n");
     }
 
-    [[nodiscard]] bool isReady() const { return isReady_; }
-    [[nodiscard]] std::string address() const { return "unix:path=" + folder_.path("bus"); }
-    [[nodiscard]] bool hasStartedAPortal() const { return std::filesystem::exists(folder_.path("started")); }
-
-private:
-    TemporaryFolder folder_;
-    std::optional<tests::Child> daemon_;
-    bool isReady_ = false;
+    [[nodiscard]] bool hasStartedAPortal() const { return std::filesystem::exists(folder().path("started")); }
 };
 
 // Takes every request that is sent to the portal's name.
@@ -135,11 +105,11 @@ private:
 
 struct OnASessionBus : testing::Test {
     void SetUp() override {
-        if (::access(kDaemon, X_OK) != 0) {
-            GTEST_SKIP() << "there is no " << kDaemon;
+        if (!tests::PrivateBus::isInstalled()) {
+            GTEST_SKIP() << "there is no " << tests::PrivateBus::kDaemon;
         }
         bus.emplace();
-        ASSERT_TRUE(bus->isReady());
+        ASSERT_TRUE(bus->start());
     }
 
     [[nodiscard]] std::int32_t open(const NSURL& url) const {
@@ -148,7 +118,7 @@ struct OnASessionBus : testing::Test {
             .openURL(url);
     }
 
-    std::optional<SessionBus> bus;
+    std::optional<BusWithPortal> bus;
     std::shared_ptr<memory::MemoryTaskLauncher> launcher = std::make_shared<memory::MemoryTaskLauncher>();
 };
 

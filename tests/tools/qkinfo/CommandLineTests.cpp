@@ -65,9 +65,9 @@ TEST(CommandLine, ErrorsAreOneHarmlessLine) {
 
 TEST(CommandLine, ReportHoldsAllSectionsInOrder) {
     EXPECT_THAT(sectionsOf({"report"}),
-                ElementsAre("os", "hardware", "cpu", "memory", "volumes", "processes", "updates"));
+                ElementsAre("os", "hardware", "cpu", "memory", "volumes", "processes", "owner", "folders", "updates"));
     EXPECT_THAT(sectionsOf({"report", "--no-updates"}),
-                ElementsAre("os", "hardware", "cpu", "memory", "volumes", "processes"));
+                ElementsAre("os", "hardware", "cpu", "memory", "volumes", "processes", "owner", "folders"));
     EXPECT_TRUE(invocationOf({"report"}).report);
 }
 
