@@ -46,8 +46,9 @@ public:
     }
     void setInvalidCharactersSet(std::optional<NSCharacterSet> set) { invalidCharactersSet_ = std::move(set); }
 
-    /// False for a text that is too long or has an invalid character: the field keeps the text before the edit.
-    /// Nothing that is handed in changes.
+    /// `isPartialStringValid:proposedSelectedRange:originalString:originalSelectedRange:errorDescription:`. False for
+    /// a text that is too long or has an invalid character: the field keeps the text before the edit. Nothing that is
+    /// handed in changes.
     bool isPartialStringValid(NSString& partialString, NSRange& proposedSelectedRange, const NSString& originalString,
                               NSRange originalSelectedRange, std::optional<NSString>& errorDescription) const override;
 

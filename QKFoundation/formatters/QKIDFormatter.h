@@ -15,7 +15,7 @@ public:
     /// `init`.
     [[nodiscard]] static std::shared_ptr<QKIDFormatter> init();
 
-    /// Makes every character but the ASCII digits none of an identifier.
+    /// `selfSetup`. Makes every character but the ASCII digits none of an identifier.
     void selfSetup() override;
 
     [[nodiscard]] NSString separator() const override;                 ///< one blank

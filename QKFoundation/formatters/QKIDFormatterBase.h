@@ -82,21 +82,23 @@ public:
     /// to `atIndex`.
     [[nodiscard]] virtual std::uint64_t neededSeperatorsInString(const NSString& string, std::uint64_t atIndex) const;
 
-    /// The text itself: what a field holds is what it shows. Nothing for what is no text.
+    /// `stringForObjectValue:`. The text itself: what a field holds is what it shows. Nothing for what is no text.
     [[nodiscard]] std::optional<NSString> stringForObjectValue(const std::optional<Value>& objectValue) const override;
 
-    /// The text with the default attributes. Nothing for what is no text.
+    /// `attributedStringForObjectValue:withDefaultAttributes:`. The text with the default attributes. Nothing for what
+    /// is no text.
     [[nodiscard]] std::optional<NSAttributedString>
     attributedStringForObjectValue(const std::optional<Value>& objectValue,
                                    const NSDictionary& withDefaultAttributes) const override;
 
-    /// Stores the text itself; always true.
+    /// `getObjectValue:forString:errorDescription:`. Stores the text itself; always true.
     bool getObjectValue(std::optional<Value>& objectValue, const NSString& forString,
                         std::optional<NSString>& errorDescription) const override;
 
-    /// Formats an edit: `partialString` becomes the identifier in it, and the location of `proposedSelectedRange` is
-    /// moved along; its length stays. False with another storage, also for an equal text, which makes the field show
-    /// both; but for an empty text: clearing the field is accepted as it is. Never says why in `errorDescription`.
+    /// `isPartialStringValid:proposedSelectedRange:originalString:originalSelectedRange:errorDescription:`. Formats
+    /// an edit: `partialString` becomes the identifier in it, and the location of `proposedSelectedRange` is moved
+    /// along; its length stays. False with another storage, also for an equal text, which makes the field show both;
+    /// but for an empty text: clearing the field is accepted as it is. Never says why in `errorDescription`.
     ///
     /// Deliberate: the location is computed in unsigned numbers, so a caret that would leave the text to the left ends
     /// up at its right end; and it is moved for a new separator also when that lies behind it.

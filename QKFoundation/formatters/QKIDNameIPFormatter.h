@@ -23,10 +23,11 @@ public:
     }
     void setValidIDOnlyCharacterSet(std::optional<NSCharacterSet> set) { validIDOnlyCharacterSet_ = std::move(set); }
 
-    /// Makes every character but the ASCII digits and the separator one of names.
+    /// `selfSetup`. Makes every character but the ASCII digits and the separator one of names.
     void selfSetup() override;
 
-    /// Accepts a name or an address as it is, true; formats a partner ID as `QKIDFormatter` does.
+    /// `isPartialStringValid:proposedSelectedRange:originalString:originalSelectedRange:errorDescription:`. Accepts
+    /// a name or an address as it is, true; formats a partner ID as `QKIDFormatter` does.
     bool isPartialStringValid(NSString& partialString, NSRange& proposedSelectedRange, const NSString& originalString,
                               NSRange originalSelectedRange, std::optional<NSString>& errorDescription) const override;
 

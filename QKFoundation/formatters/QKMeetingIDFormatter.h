@@ -16,7 +16,7 @@ public:
     /// `init`.
     [[nodiscard]] static std::shared_ptr<QKMeetingIDFormatter> init();
 
-    /// Makes every character but the ASCII digits none of an identifier.
+    /// `selfSetup`. Makes every character but the ASCII digits none of an identifier.
     void selfSetup() override;
 
     [[nodiscard]] NSString separator() const override;                 ///< "-"
@@ -26,7 +26,7 @@ public:
     [[nodiscard]] std::uint64_t maximumIDLength() const override;      ///< 9
     [[nodiscard]] NSString baseIDString() const override;              ///< "m"
 
-    /// As that of the base, with the separators' positions counted from the left.
+    /// `validateID:`. As that of the base, with the separators' positions counted from the left.
     ///
     /// Deliberate: the positions assume a prefix of one character, whatever the prefix of a subclass.
     [[nodiscard]] NSString validateID(const NSString& input) const override;

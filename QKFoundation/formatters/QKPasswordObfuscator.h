@@ -47,7 +47,8 @@ public:
     /// `displayPassword`. One "*" for each character of the password; "" when that is nothing.
     [[nodiscard]] const std::optional<NSString>& displayPassword() const noexcept { return displayPassword_; }
 
-    /// Makes `password` the private password, whole, after which the display text is its asterisks.
+    /// `setDisplayPassword:`. Makes `password` the private password, whole, after which the display text is its
+    /// asterisks. An observer that sets it while the asterisks are being shown to it is not heard.
     ///
     /// Deliberate: also when it is the display text itself. A field that edits its asterisks makes a password of them;
     /// it is to be cleared and typed anew.
@@ -65,13 +66,14 @@ public:
     /// `copy`. The same.
     [[nodiscard]] std::shared_ptr<QKPasswordObfuscator> copy() const;
 
-    /// Whether `other` is an obfuscator whose private password is the same text, or nothing as this one.
+    /// `isEqual:`. Whether `other` is an obfuscator whose private password is the same text, or nothing as this one.
     [[nodiscard]] bool isEqual(const Value& other) const override;
 
-    /// The hash of the private password; 0 for nothing.
+    /// `hash`. That of the private password; 0 for nothing.
     [[nodiscard]] std::size_t hash() const override;
 
-    /// Keeps the two properties in step. Subclasses that observe more call it for the keys that are not theirs.
+    /// `observeValueForKeyPath:ofObject:change:context:`. Keeps the two properties in step. Subclasses that observe
+    /// more call it for the keys that are not theirs.
     void observeValueForKeyPath(const NSString& keyPath, NSObject& ofObject, const NSDictionary& change,
                                 void* context) override;
 

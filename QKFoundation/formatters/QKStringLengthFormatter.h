@@ -44,11 +44,11 @@ public:
     [[nodiscard]] const std::optional<NSString>& overflowLabel() const noexcept { return overflowLabel_; }
     void setOverflowLabel(std::optional<NSString> label);
 
-    /// The text, or that of a number or of an object that has a `stringValue`; `overflowLabel` when it is too long.
-    /// Nothing for every other value.
+    /// `stringForObjectValue:`. The text, or that of a number or of an object that has a `stringValue`; `overflowLabel`
+    /// when it is too long. Nothing for every other value.
     [[nodiscard]] std::optional<NSString> stringForObjectValue(const std::optional<Value>& objectValue) const override;
 
-    /// Stores what is shown for `forString`; always true.
+    /// `getObjectValue:forString:errorDescription:`. Stores what is shown for `forString`; always true.
     ///
     /// Deliberate: for a text that is too long that is the label, since there is no way back to the number.
     bool getObjectValue(std::optional<Value>& objectValue, const NSString& forString,

@@ -3,23 +3,24 @@
 #include "QKFoundation/foundation/internal/SystemRequests.h"
 
 #include <cstdint>
-#include <cstdlib>
 
 namespace qk {
 namespace {
 
-NSString twoDigits(std::int64_t number) {
-    return number < 10 ? "0" + NSString::fromInteger(number) : NSString::fromInteger(number);
+NSString twoDigits(std::uint64_t number) {
+    return number < 10 ? "0" + NSString::fromUnsignedInteger(number) : NSString::fromUnsignedInteger(number);
 }
 
 } // namespace
 
 NSString internal::abbreviationAndOffset(const platform::Services& services, const NSTimeZone& zone) {
-    constexpr std::int64_t kMinute = 60;
-    constexpr std::int64_t kHour = 60 * kMinute;
+    constexpr std::uint64_t kMinute = 60;
+    constexpr std::uint64_t kHour = 60 * kMinute;
     const NSDate now = services.clock->now();
     const std::int64_t seconds = zone.secondsFromGMTForDate(now);
-    const std::int64_t size = std::abs(seconds);
+    // Unsigned: the smallest number has no counterpart above zero among the signed ones.
+    const std::uint64_t size =
+        seconds < 0 ? ~static_cast<std::uint64_t>(seconds) + 1 : static_cast<std::uint64_t>(seconds);
     // The sign is that of the seconds: an offset of less than an hour has one too.
     return NSMutableString()
         .append(zone.abbreviationForDate(now).value_or(NSString()))

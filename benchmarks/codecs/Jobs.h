@@ -21,10 +21,10 @@ enum class Job { readXML, readBinary, writeXML, writeBinary };
 /// Does the job once with this library.
 void ours(Job job);
 
-/// libplist alone: a tree of its own, parsed and freed, or written from the one that it parsed before.
+/// libplist alone: a tree parsed and freed, or made of plain records, written and freed.
 void libplist(Job job);
 
-/// The seconds that Python's plistlib takes for the job, at best; 0 without it.
+/// The seconds that Python's plistlib takes for the job, in the median; 0 without it.
 [[nodiscard]] double plistlib(Job job);
 
 /// One digest of `bytes`, with this library and with libcrypto alone.

@@ -57,7 +57,7 @@ void addDigests(std::size_t size, const char* name) {
 } // namespace
 
 /// Formats and digests beside the libraries that they stand on and beside Python. Everything is measured in several
-/// rounds, since what else runs on the machine comes and goes; `benchmarks/codecs/ratios` takes the best of each.
+/// rounds, since what else runs on the machine comes and goes; `benchmarks/codecs/ratios` takes the median of each.
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     for (int round = 0; round < kRounds; ++round) {

@@ -9,8 +9,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace qk {
@@ -152,9 +154,13 @@ public:
         if (raises) {
             throw std::runtime_error("the field is gone");
         }
+        if (const auto action = std::exchange(once, nullptr)) {
+            action();
+        }
     }
     std::vector<Value> shown;
     bool raises = false;
+    std::function<void()> once;
 };
 
 TEST(QKPasswordObfuscator, BoundFieldEndsUpWithTheAsterisks) {
@@ -166,6 +172,27 @@ TEST(QKPasswordObfuscator, BoundFieldEndsUpWithTheAsterisks) {
     obfuscator->setDisplayPassword("xy");
     EXPECT_NE(std::ranges::find(binding->shown, Value("**")), binding->shown.end());
     EXPECT_EQ(obfuscator->displayPassword(), "**");
+}
+
+TEST(QKPasswordObfuscator, TypedTextIsToldToTheObserversOfThePassword) {
+    const auto obfuscator = with("abc");
+    const auto binding = std::make_shared<Binding>();
+    obfuscator->addObserver(*binding, "privatePassword", NSKeyValueObservingOptions::New);
+    obfuscator->setDisplayPassword("xy");
+    EXPECT_EQ(binding->shown, (std::vector<Value>{"xy"}));
+}
+
+TEST(QKPasswordObfuscator, DisplayTextThatIsSetWhileAsterisksAreShownIsNoPassword) {
+    const auto obfuscator = QKPasswordObfuscator::init();
+    const auto binding = std::make_shared<Binding>();
+    obfuscator->addObserver(*binding, "displayPassword", NSKeyValueObservingOptions::New);
+    binding->once = [&] { obfuscator->setDisplayPassword("xy"); };
+    obfuscator->setPrivatePassword("abc");
+    EXPECT_EQ(binding->shown, (std::vector<Value>{"***", "xy"}));
+    EXPECT_EQ(obfuscator->privatePassword(), "abc");
+    EXPECT_EQ(obfuscator->displayPassword(), "xy");
+    obfuscator->setDisplayPassword("z");
+    EXPECT_EQ(obfuscator->privatePassword(), "z") << "and observes itself again";
 }
 
 TEST(QKPasswordObfuscator, GoesOnObservingItselfWhenAnotherObserverRaises) {

@@ -203,6 +203,7 @@ TEST_F(Translation, ArgumentsGoWhereTheirNumberIs) {
     choose("en");
     EXPECT_EQ(format("swapped", {Value("3"), Value("10")}), NSString("10 of 3"));
     EXPECT_EQ(format("percent", {Value("5"), Value("9")}), NSString("5% of 9"));
+    EXPECT_EQ(format("%%%1% and %%1%", {Value("5")}), NSString("%5 and %1$@")) << "a key in no table, as a text";
 }
 
 TEST_F(Translation, ArgumentsAreInsertedAsTheyAre) {

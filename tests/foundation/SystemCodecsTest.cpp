@@ -4,12 +4,14 @@
 #include "QKFoundation/foundation/NSData+Hash.h"
 #include "QKFoundation/foundation/NSDictionary+PropertyList.h"
 #include "QKFoundation/foundation/NSMutableDictionary+PropertyList.h"
+#include "QKFoundation/foundation/NSString+OSStatus.h"
 #include "QKFoundation/platform/memory/Machine.h"
 
 #include "tests/platform/values/Printing.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -126,6 +128,16 @@ TEST_F(Codecs, DigestOfKnownTexts) {
     EXPECT_EQ(NSData_Hash::sha1(NSData()), "da39a3ee5e6b4b0d3255bfef95601890afd80709");
     EXPECT_EQ(NSData_Hash::sha1(NSData("abc")), "a9993e364706816aba3e25717850c26c9cd0d89d");
     EXPECT_EQ(NSData_Hash::sha1(NSData(std::string(1'000'000, 'a'))), "34aa973cd4c4daa4f61eeb2bdbad27316534016f");
+}
+
+TEST_F(Codecs, DigestOfTheMessagesOfCodeSigning) {
+    std::string lines;
+    for (std::int32_t code = -67072; code <= -67000; ++code) {
+        lines += NSString_OSStatus::stringWithOSStatus(code).utf8Lossy() + "\n";
+    }
+    EXPECT_EQ(NSData_Hash::sha1(NSData(lines)), "48ab3cb4bc09f0e283a51c4c0658023c943ea37f")
+        << "published texts do not change:\n"
+        << lines;
 }
 
 } // namespace

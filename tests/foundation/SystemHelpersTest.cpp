@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <limits>
 #include <vector>
 
 namespace qk {
@@ -129,6 +131,13 @@ TEST(NSTimeZoneUTCOffset, AbbreviationAndOffset) {
     for (const auto& row : rows) {
         EXPECT_EQ(shown(NSTimeZone::fixed("x", row.seconds, NSString("A"))), text(row.text));
     }
+}
+
+TEST(NSTimeZoneUTCOffset, AnyOffsetIsShown) {
+    EXPECT_EQ(shown(NSTimeZone::fixed("x", std::numeric_limits<std::int64_t>::min(), NSString("A"))),
+              "A (UTC-2562047788015215:30)");
+    EXPECT_EQ(shown(NSTimeZone::fixed("x", std::numeric_limits<std::int64_t>::max(), NSString("A"))),
+              "A (UTC+2562047788015215:30)");
 }
 
 TEST(NSTimeZoneUTCOffset, ThePresentMomentDecides) {

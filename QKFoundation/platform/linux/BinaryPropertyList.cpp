@@ -20,8 +20,6 @@ using Kind = Object::Kind;
 
 constexpr std::size_t kMostValues = std::size_t{1} << 21U;
 constexpr std::size_t kBytesLikeOneValue = 32;
-constexpr double kMostSeconds = 9007199254740992; // 2^53: from there on whole seconds cannot be told apart
-constexpr double kSecondsFrom1970To2001 = 978307200;
 
 // The string of UTF-16 units; nothing when there is U+0000 or a lone surrogate.
 std::optional<Value> utf16String(std::string_view bytes) {
@@ -47,7 +45,7 @@ std::optional<Value> asciiString(std::string_view bytes) {
 
 std::optional<Value> date(std::string_view bytes) {
     const auto seconds = std::bit_cast<double>(bigEndian(bytes));
-    const bool isKept = std::fabs(seconds) < kMostSeconds;
+    const bool isKept = std::fabs(seconds) < kMostPropertyListSeconds;
     return isKept ? std::optional<Value>(NSDate::dateWithTimeIntervalSince1970(seconds + kSecondsFrom1970To2001))
                   : std::nullopt;
 }

@@ -48,9 +48,6 @@ using Parse = void(const char*, std::uint32_t, plist_t*);
 /// The list of `bytes`, which are known to be well-formed; none when there is no memory for it.
 [[nodiscard]] UniquePropertyList parsed(std::string_view bytes, Parse* parse);
 
-/// Seconds between the moment from which Unix counts and the one from which property lists do.
-inline constexpr double kSecondsFrom1970To2001 = 978307200;
-
 /// A node of the integer of these bits, of which the highest one is the sign when it `isSigned`.
 [[nodiscard]] UniquePropertyList integerNode(std::uint64_t bits, bool isSigned);
 

@@ -7,11 +7,18 @@
 #include <optional>
 #include <string_view>
 
-/// The readers of the two forms. They take whole, well-formed property lists and nothing else, and neither recurses.
+/// The readers of the two forms, and what the writer shares with them. They take whole, well-formed property lists and
+/// nothing else, and neither recurses.
 namespace qk::platform {
 
 /// The deepest nesting of arrays and dictionaries that is read or written.
 inline constexpr std::size_t kDeepestPropertyList = 512;
+
+/// Seconds between the moment from which Unix counts and the one from which property lists do.
+inline constexpr double kSecondsFrom1970To2001 = 978307200;
+
+/// 2^53: a date as far as this from 2001 is neither read nor written, since whole seconds cannot be told apart.
+inline constexpr double kMostPropertyListSeconds = 9007199254740992;
 
 /// The value of an XML property list: UTF-8 without U+0000, after an optional declaration and document type one <plist>
 /// with exactly one value of known, balanced tags without attributes, whose texts have the syntax of their kind, and

@@ -3,14 +3,17 @@
 
 #include "QKFoundation/platform/linux/PropertyListNodes.h"
 #include "QKFoundation/platform/linux/PropertyListReading.h"
+#include "QKFoundation/platform/values/unicode/Transcode.h"
 
 #include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstddef>
+#include <cstring>
 #include <limits>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace qk::platform {
 namespace {
@@ -18,13 +21,6 @@ namespace {
 constexpr double kYear0 = -62167219200; // seconds from 1970 on
 constexpr double kYear1000 = -30610224000;
 constexpr double kYear10000 = 253402300800;
-constexpr double kMostSeconds = 9007199254740992; // 2^53, as is read
-
-// A text that the parser's functions for strings can take: they end at U+0000.
-std::optional<std::string> text(const NSString& string) {
-    std::optional<std::string> utf8 = string.utf8();
-    return utf8.has_value() && utf8->find('\0') == std::string::npos ? utf8 : std::nullopt;
-}
 
 // A node can be made only of whole seconds in 32 bits; all others are read from a list in the binary form.
 UniquePropertyList dateNode(double seconds) {
@@ -68,8 +64,8 @@ private:
     }
 
     [[nodiscard]] UniquePropertyList nodeOf(const NSString& held, std::size_t /*depth*/) {
-        const std::optional<std::string> utf8 = text(held);
-        return utf8.has_value() ? UniquePropertyList(plist_new_string(utf8->c_str())) : UniquePropertyList();
+        const char* utf8 = text(held);
+        return UniquePropertyList(utf8 != nullptr ? plist_new_string(utf8) : nullptr);
     }
 
     [[nodiscard]] UniquePropertyList nodeOf(const NSNumber& held, std::size_t /*depth*/) {
@@ -90,7 +86,7 @@ private:
     [[nodiscard]] UniquePropertyList nodeOf(const NSDate& held, std::size_t /*depth*/) {
         const double seconds = held.timeIntervalSince1970();
         if (isBinary_) {
-            const bool isKept = std::fabs(seconds - kSecondsFrom1970To2001) < kMostSeconds;
+            const bool isKept = std::fabs(seconds - kSecondsFrom1970To2001) < kMostPropertyListSeconds;
             return isKept ? dateNode(seconds - kSecondsFrom1970To2001) : UniquePropertyList();
         }
         hasEarlyDates_ = hasEarlyDates_ || seconds < kYear1000;
@@ -115,18 +111,32 @@ private:
     [[nodiscard]] UniquePropertyList nodeOf(const NSDictionary& held, std::size_t depth) {
         UniquePropertyList dictionary(depth < kDeepestPropertyList ? plist_new_dict() : nullptr);
         for (const auto& [key, value] : held) {
-            const std::optional<std::string> utf8 = text(key);
-            UniquePropertyList item = dictionary && utf8.has_value() ? node(value, depth + 1) : UniquePropertyList();
-            if (!item) {
+            UniquePropertyList item = dictionary ? node(value, depth + 1) : UniquePropertyList();
+            const char* utf8 = item ? text(key) : nullptr;
+            if (utf8 == nullptr) {
                 return {};
             }
-            plist_dict_set_item(dictionary.get(), utf8->c_str(), item.release());
+            plist_dict_set_item(dictionary.get(), utf8, item.release());
         }
         return dictionary;
     }
 
+    // The string as the functions for nodes take it, which end at U+0000; null for what they cannot. Valid until the
+    // next one.
+    [[nodiscard]] const char* text(const NSString& string) {
+        const std::u16string_view units = string.units();
+        text_.resize(std::max(text_.size(), 3 * units.size() + 1));
+        const std::optional<std::size_t> length = unicode::utf16ToUTF8(units, text_.data());
+        if (!length.has_value() || std::memchr(text_.data(), 0, *length) != nullptr) {
+            return nullptr;
+        }
+        text_[*length] = '\0';
+        return text_.data();
+    }
+
     bool isBinary_;
     bool hasEarlyDates_ = false;
+    std::vector<char> text_;
 };
 
 // Years are written without the zeros in front of them, and then are not read.

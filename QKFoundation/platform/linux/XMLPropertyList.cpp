@@ -163,14 +163,14 @@ private:
         switch (tag.kind) {
         case Kind::Array: return tag.isEmpty ? add(NSArray()) : openContainer(false);
         case Kind::Dict: return tag.isEmpty ? add(NSDictionary()) : openContainer(true);
-        case Kind::Key: return addKey(tag.isEmpty ? NSString() : keyTexts_.next(tags_));
-        case Kind::String: return addOptional(tag.isEmpty ? NSString() : characters(tags_, tag.kind));
-        case Kind::Data: return addOptional(tag.isEmpty ? NSData() : scalar(tag.kind, dataOfText));
+        case Kind::Key: return append(keys_, tag.isEmpty ? NSString() : keyTexts_.next(tags_));
+        case Kind::String: return append(values_, tag.isEmpty ? NSString() : characters(tags_, tag.kind));
+        case Kind::Data: return append(values_, tag.isEmpty ? NSData() : scalar(tag.kind, dataOfText));
         case Kind::True:
         case Kind::False: return (tag.isEmpty || isEmptyUpToEnd(tag.kind)) && add(tag.kind == Kind::True);
-        case Kind::Integer: return !tag.isEmpty && addOptional(scalar(tag.kind, integerOfText));
-        case Kind::Real: return !tag.isEmpty && addOptional(scalar(tag.kind, realOfText));
-        case Kind::Date: return !tag.isEmpty && addOptional(scalar(tag.kind, dateOfText));
+        case Kind::Integer: return !tag.isEmpty && append(values_, scalar(tag.kind, integerOfText));
+        case Kind::Real: return !tag.isEmpty && append(values_, scalar(tag.kind, realOfText));
+        case Kind::Date: return !tag.isEmpty && append(values_, scalar(tag.kind, dateOfText));
         case Kind::Plist: break;
         }
         return false;
@@ -194,16 +194,13 @@ private:
         return true;
     }
 
-    template <typename T>
-    bool addOptional(std::optional<T> value) {
-        return value.has_value() && add(*std::move(value));
-    }
-
-    bool addKey(std::optional<NSString> key) {
-        if (key.has_value()) {
-            keys_.push_back(*std::move(key));
+    template <typename Held, typename T>
+    static bool append(std::vector<Held>& held, std::optional<T> value) {
+        if (!value.has_value()) {
+            return false;
         }
-        return key.has_value();
+        held.push_back(*std::move(value));
+        return true;
     }
 
     XMLPropertyListTags tags_;

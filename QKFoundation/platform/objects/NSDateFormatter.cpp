@@ -167,13 +167,17 @@ std::optional<Fields> fieldsOf(const NSDate& date, const NSTimeZone& zone) {
     const auto whole = static_cast<std::int64_t>(std::floor(exact));
     Fields fields;
     fields.secondsFromGMT = zone.secondsFromGMTForDate(date);
-    const sys_seconds local(seconds(whole + fields.secondsFromGMT));
-    const sys_days day = floor<days>(local);
-    const hh_mm_ss time(local - day);
-    fields.date = day;
-    if (fields.date < year(1) / January / 1 || fields.date > year(9999) / December / 31) {
+    if (!(std::abs(static_cast<double>(fields.secondsFromGMT)) < kBeyond)) {
         return std::nullopt;
     }
+    const sys_seconds local(seconds(whole + fields.secondsFromGMT));
+    const sys_days day = floor<days>(local);
+    // Days are compared, not dates: a date has no room for years far away.
+    if (day < sys_days(year(1) / January / 1) || day > sys_days(year(9999) / December / 31)) {
+        return std::nullopt;
+    }
+    const hh_mm_ss time(local - day);
+    fields.date = day;
     fields.weekday = weekday(day).c_encoding();
     fields.hour = time.hours().count();
     fields.minute = time.minutes().count();

@@ -20,14 +20,16 @@ public:
     /// `init`. UTC, without a pattern.
     [[nodiscard]] static std::shared_ptr<NSDateFormatter> init();
 
+    /// `formatterBehavior`. Kept as it was set: the patterns are Unicode's whatever it is.
     [[nodiscard]] NSDateFormatterBehavior formatterBehavior() const noexcept { return formatterBehavior_; }
     void setFormatterBehavior(NSDateFormatterBehavior behavior) noexcept { formatterBehavior_ = behavior; }
 
+    /// `timeZone`. UTC at first.
     [[nodiscard]] const NSTimeZone& timeZone() const noexcept { return timeZone_; }
     void setTimeZone(NSTimeZone timeZone) noexcept { timeZone_ = std::move(timeZone); }
 
-    /// The pattern. y M d E a h H k K m s S z Z and texts in '...' are understood ('' is one '); other letters give
-    /// nothing, and what is no letter stands for itself.
+    /// `dateFormat`. The pattern, "" at first. y M d E a h H k K m s S z Z and texts in '...' are understood ('' is
+    /// one '); other letters give nothing, and what is no letter stands for itself.
     [[nodiscard]] const NSString& dateFormat() const noexcept { return dateFormat_; }
     void setDateFormat(NSString format) noexcept { dateFormat_ = std::move(format); }
 
@@ -35,7 +37,7 @@ public:
     /// the years 1 to 9999.
     [[nodiscard]] NSString stringFromDate(const NSDate& date) const;
 
-    /// `stringFromDate` of a date; nothing for every other value.
+    /// `stringForObjectValue:`. `stringFromDate` of a date; nothing for every other value.
     [[nodiscard]] std::optional<NSString> stringForObjectValue(const std::optional<Value>& objectValue) const override;
 
 protected:

@@ -14,11 +14,12 @@ public:
     /// `init`.
     [[nodiscard]] static std::shared_ptr<NSNumberFormatter> init();
 
-    /// The number's `stringValue`; nothing for what is no number.
+    /// `stringForObjectValue:`. The number's `stringValue`; nothing for what is no number.
     [[nodiscard]] std::optional<NSString> stringForObjectValue(const std::optional<Value>& objectValue) const override;
 
-    /// The number that the whole text is: an integer, or a floating number when it is written as one or is too large.
-    /// Blanks around it are skipped; the empty text is nothing, and succeeds. False for every other text.
+    /// `getObjectValue:forString:errorDescription:`. The number that the whole text is: an integer, or a floating
+    /// number when it is written as one or is too large. Blanks around it are skipped; the empty text is nothing, and
+    /// succeeds. False for every other text.
     bool getObjectValue(std::optional<Value>& objectValue, const NSString& forString,
                         std::optional<NSString>& errorDescription) const override;
 

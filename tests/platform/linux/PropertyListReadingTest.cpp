@@ -154,6 +154,32 @@ TEST(BinaryPropertyList, UnfoldingIsLimited) {
     EXPECT_FALSE(isBinaryList(binaryList(levels))) << "references beyond the end";
 }
 
+TEST(BinaryPropertyList, OverlappingPartsAreLimitedOnTheWayDown) {
+    // Each level has the same megabyte and the next level, so what they hold together is known at the very end.
+    static constexpr std::size_t kLevels = 500;
+    std::string bytes = "bplist00";
+    std::vector<std::size_t> offsets;
+    const auto two = [](std::size_t number) {
+        return std::string{static_cast<char>(number >> 8U), static_cast<char>(number)};
+    };
+    for (std::size_t level = 0; level < kLevels; ++level) {
+        offsets.push_back(bytes.size());
+        bytes += "\xA2" + two(kLevels + level) + two(level + 1 < kLevels ? level + 1 : kLevels);
+    }
+    for (std::size_t level = 0; level < kLevels; ++level) {
+        offsets.push_back(bytes.size());
+        bytes += "\x4F\x12\x00\x10\x00\x00"s;
+    }
+    bytes.append(std::size_t{1} << 20U, 'x');
+    const std::size_t table = bytes.size();
+    for (const std::size_t offset : offsets) {
+        bytes += two(offset);
+    }
+    bytes += std::string(6, '\0') + "\x02\x02" + std::string(6, '\0') + two(offsets.size()) + std::string(8, '\0') +
+             std::string(5, '\0') + static_cast<char>(table >> 16U) + two(table & 0xFFFFU);
+    EXPECT_FALSE(isBinaryList(bytes));
+}
+
 TEST(BinaryPropertyList, SharedPartsAreReadWhereverTheyAreNamed) {
     EXPECT_EQ(propertyList(binaryList({"\xA3\x01\x01\x02", "\xA1\x02", "\x10\x07"})),
               Value(NSArray{NSArray{7}, NSArray{7}, 7}));

@@ -114,7 +114,7 @@ TEST(PropertyList, IntegersAreDecimalOrHexadecimal) {
     EXPECT_EQ(fromXML("<integer/>"), std::nullopt);
 }
 
-TEST(PropertyList, CorrectionsKeepWhatIsAroundThem) {
+TEST(PropertyList, LeadingZerosAndEmptyKeysStandAmongOthers) {
     EXPECT_EQ(fromXML("<array><string>01</string><integer>01</integer><dict><key/><integer> -02 "
                       "</integer></dict><integer>3</integer></array>"),
               Value(NSArray{"01", 1, NSDictionary{{"", -2}}, 3}));

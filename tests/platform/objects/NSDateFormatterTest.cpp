@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <limits>
 
 namespace qk {
@@ -84,6 +85,11 @@ TEST(NSDateFormatter, MomentsOutsideOfTheCalendarGiveNothing) {
     for (const double seconds :
          {1e18, -1e300, std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
         EXPECT_EQ(shown("y", seconds), "");
+    }
+    // As far away as a zone can be, and where the year would come out as one of the calendar's again.
+    for (const std::int64_t offset : {std::numeric_limits<std::int64_t>::max(),
+                                      std::numeric_limits<std::int64_t>::min(), std::int64_t{-999'000'000'000}}) {
+        EXPECT_EQ(shown("y", -999e9, NSTimeZone::fixed("x", offset, std::nullopt)), "") << offset;
     }
 }
 
