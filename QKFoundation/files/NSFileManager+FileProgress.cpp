@@ -17,6 +17,9 @@ constexpr double kMarkedDate = 443'779'200; // 1984-01-24 08:00:00 UTC
 
 // As "%f" writes it, whatever the locale.
 NSData sixDecimals(double number) {
+    if (std::isnan(number)) {
+        return NSData("nan"); // 0 of 0 bytes is one with a sign on some processors
+    }
     constexpr std::size_t kLongest = 3 + std::numeric_limits<double>::max_exponent10 + 8; // sign, digits, ".", decimals
     std::array<char, kLongest> text{};
     const auto written = std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed, 6);

@@ -12,10 +12,15 @@ void internal::CrashReporterInformation::setString(const platform::Services& ser
                                                    const std::optional<NSString>& string) {
     std::call_once(isInitialised_, [&] { slot_ = services.crashReporter->informationSlot(); });
     const std::optional<std::string> text = string.has_value() ? string->utf8() : std::nullopt;
+<<<<<<< HEAD
     if (!text.has_value() || text->empty() || slot_ == nullptr) {
+=======
+    const std::size_t length = text.has_value() ? std::strlen(text->c_str()) : 0; // to the first zero character
+    if (length == 0 || sCrashReporterInfo_ == nullptr) {
+>>>>>>> runtime
         return;
     }
-    const std::size_t size = std::strlen(text->c_str()) + 1; // to the first zero character
+    const std::size_t size = length + 1;
     std::unique_ptr<char, Free> copy(static_cast<char*>(std::malloc(size)));
     if (copy == nullptr) {
         return;

@@ -13,7 +13,8 @@
 namespace qk::NSProcessInfo_CrashReporterInformation {
 
 /// `setCrashReporterInfoString:`. Publishes a copy of the text, up to its first zero character, in the place of the one
-/// before. Nothing, "", and a text with a lone surrogate, which has no UTF-8 form, leave what is published.
+/// before. Nothing, "", a text that begins with a zero character, and one with a lone surrogate, which has no UTF-8
+/// form, leave what is published.
 QK_EXPORT void setCrashReporterInfoString(const std::optional<NSString>& string);
 
 } // namespace qk::NSProcessInfo_CrashReporterInformation

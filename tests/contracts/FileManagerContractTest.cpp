@@ -30,6 +30,19 @@ TEST_P(FileManagerContract, WhatIsNotThereIsNothing) {
     EXPECT_EQ(subject().silent().fileManager->dictionaryWithContentsOfFile(kSystemVersion), std::nullopt);
 }
 
+TEST_P(FileManagerContract, FilesAndFoldersExistAndAreToldApart) {
+    subject().makeFile(below("file"));
+    bool isDirectory = true;
+    EXPECT_TRUE(files().fileExistsAtPath(below("file"), &isDirectory));
+    EXPECT_FALSE(isDirectory);
+    EXPECT_TRUE(files().fileExistsAtPath(folder(), &isDirectory));
+    EXPECT_TRUE(isDirectory);
+    EXPECT_TRUE(files().fileExistsAtPath(folder() + "/", nullptr));
+    EXPECT_FALSE(files().fileExistsAtPath(below("missing"), nullptr));
+    EXPECT_FALSE(files().fileExistsAtPath(below("file/below"), nullptr));
+    EXPECT_FALSE(files().fileExistsAtPath("", nullptr));
+}
+
 TEST_P(FileManagerContract, EmptyFolderIsEmptyAndNotNothing) {
     EXPECT_THAT(files().contentsOfDirectoryAtPath(folder()), Optional(IsEmpty()));
 }

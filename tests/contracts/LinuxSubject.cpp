@@ -11,6 +11,7 @@
 #include "tests/platform/linux/TemporaryFolder.h"
 #include "tests/platform/values/ZoneBytes.h"
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 
@@ -61,6 +62,7 @@ public:
         return {shell("printf hello"),  shell(":"), shell("printf '[%s]' \"$@\"", {"sh"}), shell("exit 3"),
                 shell("kill -KILL $$"), missing()};
     }
+    void deliverSignal(std::int32_t signal) override { ::raise(signal); }
 
 private:
     void describeMemory() {

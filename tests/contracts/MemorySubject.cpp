@@ -127,6 +127,7 @@ public:
         return {program("/bin/hello"), program("/bin/true"),   program("/bin/arguments"),
                 program("/bin/three"), program("/bin/killed"), program("/bin/missing")};
     }
+    void deliverSignal(std::int32_t signal) override { silent_.signalSources.deliver(signal); }
 
 private:
     static TaskRequest program(const NSString& path) {

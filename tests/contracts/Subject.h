@@ -3,6 +3,7 @@
 
 #include "QKFoundation/platform/services/Services.h"
 
+#include <cstdint>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -56,6 +57,9 @@ public:
     virtual void makeFile(const NSString& path) = 0;
 
     [[nodiscard]] virtual Commands commands() = 0;
+
+    /// A signal of this number arrives at the process that the silent machine has.
+    virtual void deliverSignal(std::int32_t signal) = 0;
 };
 
 /// An adapter, by name, and how its subject is made.

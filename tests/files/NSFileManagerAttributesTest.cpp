@@ -111,7 +111,9 @@ TEST_F(FileProgress, OnlyAFractionWithinEpsilonOfOneIsComplete) {
         {17, "17.000000"},
         {1e300, nullptr},
         {infinity, "inf"},
+        {-infinity, "-inf"},
         {std::numeric_limits<double>::quiet_NaN(), "nan"},
+        {-std::numeric_limits<double>::quiet_NaN(), "nan"},
     };
     for (const auto& row : rows) {
         attach("other", NSData("kept"));

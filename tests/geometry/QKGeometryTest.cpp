@@ -93,6 +93,11 @@ TEST(QKScaleRectInRect, RatioIsRounded) {
     EXPECT_NE(scaled.size.width, 900.0);
 }
 
+TEST(QKScaleRectInRect, EqualWidthIsNotLarger) {
+    const CGRect scaled = QKScaleRectInRect(rect(0, 0, 900, 800), rect(0, 0, 900, 700));
+    EXPECT_PRED2(same, scaled.size, (CGSize{900.0 / 700.0 * 700.0, 700}));
+}
+
 TEST(QKScaleRectInRect, FlatContainerHasTheAspectOne) {
     EXPECT_PRED2(same, QKScaleRectInRect(rect(0, 0, 40, 10), rect(0, 0, 10, 0.05)), rect(0, 0.05, 10, 10));
     EXPECT_PRED2(same, QKScaleRectInRect(rect(0, 0, 4, 10), rect(0, 0, 10, 0.05)), rect(0, 0.05, 0.05, 0.05));
@@ -109,6 +114,12 @@ TEST(QKWindowRectWithSizeInRect, WithoutBoundsTheLowerLeftCornerStays) {
 TEST(QKWindowRectWithSizeInRect, HangsFromTheFramesTopLeftCorner) {
     EXPECT_PRED2(same, QKWindowRectWithSizeInRect({20, 30}, rect(10, 50, 40, 40), rect(0, 0, 200, 200)),
                  rect(10, 60, 20, 30));
+}
+
+TEST(QKWindowRectWithSizeInRect, UpperEdgeOfTheFrameIsRoundedBeforeTheHeightIsTaken) {
+    const double large = std::ldexp(1.0, 53); // where one more is lost
+    EXPECT_PRED2(same, QKWindowRectWithSizeInRect({1, 1}, rect(0, large, 1, 1), rect(0, 0, 10, 2 * large)),
+                 rect(0, large - 1, 1, 1));
 }
 
 TEST(QKWindowRectWithSizeInRect, MovesToTheBoundsCornerWhenItWouldLeaveThem) {
@@ -161,6 +172,7 @@ TEST(QKCenteredRectWithInRect, CentresTheSize) {
 
 TEST(QKGoldenRectWithSizeInRect, EmptySizeLiesAtZeroAndIsKept) {
     EXPECT_PRED2(same, QKGoldenRectWithSizeInRect({0, 10}, rect(10, 10, 100, 100)), rect(0, 0, 0, 10));
+    EXPECT_PRED2(same, QKGoldenRectWithSizeInRect({10, 0}, rect(10, 10, 100, 100)), rect(0, 0, 10, 0));
 }
 
 TEST(QKGoldenRectWithSizeInRect, LiesAboveTheMiddle) {
@@ -180,6 +192,7 @@ TEST(QKIsRectGoldenInRectWith, DistancesUpToTheToleranceCount) {
     EXPECT_TRUE(QKIsRectGoldenInRectWith(rect(100, 100, 100, 100), screen, 0));
     EXPECT_TRUE(QKIsRectGoldenInRectWith(rect(102, 98, 100, 100), screen, 2));
     EXPECT_FALSE(QKIsRectGoldenInRectWith(rect(102.5, 100, 100, 100), screen, 2));
+    EXPECT_FALSE(QKIsRectGoldenInRectWith(rect(100, 97.5, 100, 100), screen, 2));
     EXPECT_FALSE(QKIsRectGoldenInRectWith(rect(100, 100, 100, 100), screen, -1));
 }
 
@@ -189,6 +202,10 @@ TEST(QKFitRectInRect, SmallerRectangleIsCentred) {
 
 TEST(QKFitRectInRect, LargerRectangleAddsTheContainersOriginTwice) {
     EXPECT_PRED2(same, QKFitRectInRect(rect(0, 0, 40, 10), rect(1, 2, 10, 20)), rect(2, 24, 10, 20));
+}
+
+TEST(QKFitRectInRect, ContainerThatIsTheAnswerIsMovedByItsOwnOrigin) {
+    EXPECT_PRED2(same, QKFitRectInRect(rect(1, 1, 2, 2), rect(10, 11, -10, -11)), rect(20, 22, -10, -11));
 }
 
 TEST(QKCenterRectInRect, LargerExtentLiesAtTheContainersOrigin) {
@@ -247,6 +264,7 @@ TEST(QKCGIntegralRectWithMaxiumum, NegativeWidthIsMeasuredFromTheUpdatedOrigin) 
 TEST(QKCGIntegralRectWithMaxiumum, NaNGivesTheMaximum) {
     const CGRect rounded = QKCGIntegralRectWithMaxiumum(rect(1, 1, kNaN, 4), {8, 9});
     EXPECT_PRED2(same, rounded, rect(1, 1, 7, 4));
+    EXPECT_PRED2(same, QKCGIntegralRectWithMaxiumum(rect(1, 1, 3, 4), {kNaN, 9}), rect(1, 1, kNaN, 4));
 }
 
 TEST(QKCGIntegralRectWithMaxiumum, SignOfZeroIsKept) {

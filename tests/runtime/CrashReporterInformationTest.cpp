@@ -53,6 +53,13 @@ TEST_F(CrashText, ZeroCharacterEndsTheText) {
     EXPECT_STREQ(machine.crashReporter.text(), "ab");
 }
 
+TEST_F(CrashText, TextThatBeginsWithAZeroCharacterIsEmpty) {
+    machine.crashReporter.offerSlot();
+    publish("a");
+    publish(NSString(std::u16string_view(u"\0bc", 3)));
+    EXPECT_STREQ(machine.crashReporter.text(), "a") << "there is no way to clear it";
+}
+
 TEST_F(CrashText, TextWithoutAUTF8FormChangesNothing) {
     machine.crashReporter.offerSlot();
     publish("a");

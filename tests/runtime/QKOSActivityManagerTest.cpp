@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <limits>
 #include <vector>
 
@@ -16,6 +15,56 @@ using qk::NSString;
 using qk::QKOSActivityManager;
 using qk::platform::memory::Machine;
 using qk::platform::memory::ScopedMachine;
+
+// By number, from 1: programs were compiled against them.
+const std::vector<NSString> kTexts = {
+    "Common: Exit Pelagor",
+    "Common: Show main window",
+    "Common: Show preferences",
+    "Partnerlist: Action chat",
+    "Partnerlist: Action file transfer",
+    "Partnerlist: Action send file",
+    "Partnerlist: Action wake on lan",
+    "Partnerlist: Action remote control quick access",
+    "Partnerlist: Action remote support",
+    "Partnerlist: Action remote control",
+    "Partnerlist: Action remote control windows authentication",
+    "Partnerlist: Action presentation",
+    "Partnerlist: Action video call",
+    "Partnerlist: Action select machine",
+    "Partnerlist: Action service case compose mail",
+    "Partnerlist: Action service case close",
+    "Partnerlist: Action service case invite",
+    "Partnerlist: Action service case take over",
+    "MRU: Connection string file transfer connection",
+    "MRU: Connection string remote control connection",
+    "Meeting: Abort join meeting",
+    "Meeting: Join meeting",
+    "Meeting: Show conference call controller",
+    "Meeting: Start spontaneous meeting",
+    "Partnerlist: Action audio call",
+    "Meeting: Start video chat",
+    "Meeting: Change organizer",
+    "Meeting: Change presenter",
+    "RC: Abort outgoing connection",
+    "RC: Connect file transfer",
+    "RC: Connect remote control",
+    "Session: Request connection for partnerlist item",
+    "Session: Session attended started",
+    "Session: Session hosted started",
+    "Session: Session incoming file transfer started",
+    "Session: Session incoming remote control started",
+    "Session: Session incoming started",
+    "Session: Session outgoing file transfer started",
+    "Session: Session outgoing remote control started",
+    "Session: Session outgoing started",
+    "Session: Session end",
+    "Session: Conference mode none",
+    "Session: Conference mode phone",
+    "Session: Conference mode VoIP",
+    "Desktop: Started from terminal server",
+    "Toolbar: Request direction change",
+};
 
 class ActivityManager : public testing::Test {
 protected:
@@ -66,21 +115,10 @@ TEST_F(ActivityManager, UnknownActionSetsNoBreadcrumb) {
 
 TEST_F(ActivityManager, ActionsHaveTheirTexts) {
     setVersion(12, 0);
-    EXPECT_EQ(marksAfter(1).back(), "Common: Exit Pelagor");
-    EXPECT_EQ(marksAfter(25).back(), "Partnerlist: Action audio call");
-    EXPECT_EQ(marksAfter(44).back(), "Session: Conference mode VoIP");
-    EXPECT_EQ(marksAfter(46).back(), "Toolbar: Request direction change");
-    EXPECT_EQ(QKOSActivityManager::breadcrumbs().size(), 4U);
-}
-
-TEST_F(ActivityManager, EveryActionHasATextOfItsOwn) {
-    setVersion(12, 0);
     for (std::int64_t action = 1; action <= 46; ++action) {
         QKOSActivityManager::breadcrumbForAction(action);
     }
-    std::vector<NSString> marks = QKOSActivityManager::breadcrumbs();
-    std::sort(marks.begin(), marks.end());
-    EXPECT_EQ(std::unique(marks.begin(), marks.end()) - marks.begin(), 46);
+    EXPECT_EQ(QKOSActivityManager::breadcrumbs(), kTexts);
 }
 
 TEST_F(ActivityManager, LastMarksAreKept) {

@@ -44,6 +44,39 @@ protected:
     Moon() = default;
 };
 
+std::barrier<> birth(2);
+
+// Two of them are made at the same time or not at all.
+template <int Number>
+class Twin : public QKSingleton {
+public:
+    static const ClassDescription& describedClass() {
+        static const ClassDescription& description =
+            ClassBuilder<Twin>(Number == 1 ? "Castor" : "Pollux", QKSingleton::describedClass()).build();
+        return description;
+    }
+    const ClassDescription& classDescription() const override { return describedClass(); }
+
+protected:
+    Twin() { birth.arrive_and_wait(); }
+};
+
+// Its end asks for another class's instance.
+class Comet : public QKSingleton {
+public:
+    static const ClassDescription& describedClass() {
+        static const ClassDescription& description =
+            ClassBuilder<Comet>("Comet", QKSingleton::describedClass()).build();
+        return description;
+    }
+    const ClassDescription& classDescription() const override { return describedClass(); }
+
+    ~Comet() override { static_cast<void>(QKSingleton::sharedInstance<Planet>()); }
+
+protected:
+    Comet() = default;
+};
+
 class Singletons : public testing::Test {
 protected:
     void SetUp() override {
@@ -77,6 +110,22 @@ TEST_F(Singletons, ResetOfOneClassDropsTheInstancesOfAll) {
     QKSingleton::resetSharedInstances(Moon::describedClass());
     EXPECT_NE(QKSingleton::sharedInstance<Planet>(), planet);
     EXPECT_NE(QKSingleton::sharedInstance<Moon>(), moon);
+}
+
+TEST_F(Singletons, DroppedInstanceMayAskForAnother) {
+    static_cast<void>(QKSingleton::sharedInstance<Comet>());
+    QKSingleton::resetSharedInstances();
+    EXPECT_EQ(planetsMade, 1);
+    EXPECT_NE(QKSingleton::sharedInstance<Planet>(), nullptr);
+    EXPECT_EQ(planetsMade, 1);
+}
+
+TEST_F(Singletons, MakingOneDoesNotWaitForTheMakingOfAnother) {
+    std::shared_ptr<QKSingleton> castor;
+    std::thread other([&] { castor = QKSingleton::sharedInstance<Twin<1>>(); });
+    const std::shared_ptr<QKSingleton> pollux = QKSingleton::sharedInstance<Twin<2>>();
+    other.join();
+    EXPECT_NE(castor, pollux);
 }
 
 TEST_F(Singletons, ManyThreadsMakeOneInstance) {

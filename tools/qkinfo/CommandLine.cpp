@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <map>
@@ -27,6 +28,7 @@ constexpr std::string_view kTranslate = "translate";
 constexpr std::string_view kTypes = "types";
 constexpr std::string_view kFormat = "format";
 constexpr std::string_view kField = "field";
+constexpr std::string_view kNotify = "notify";
 
 constexpr const char* kVersionLine = "qkinfo " QKINFO_VERSION;
 
@@ -42,6 +44,14 @@ std::optional<std::chrono::milliseconds> intervalOf(const std::string& text) {
         return std::nullopt;
     }
     return std::chrono::milliseconds(std::llround(seconds * kMillisecondsOfSecond));
+}
+
+std::string checkInterval(const std::string& text) {
+    return intervalOf(text).has_value() ? "" : "\"" + text + "\" is not a number from 0.1 to 3600";
+}
+
+std::string checkUTF8(const std::string& text) {
+    return NSString::fromUTF8(text).has_value() ? "" : "\"" + text + "\" is not UTF-8";
 }
 
 std::optional<std::uint64_t> countOf(const std::string& text) {
@@ -94,11 +104,13 @@ public:
         addTypes();
         addFormat();
         addField();
+        addNotify();
     }
 
     void parse(const std::vector<std::string>& arguments) {
-        const bool takesTexts = !arguments.empty() && (arguments.front() == kTranslate ||
-                                                       arguments.front() == kFormat || arguments.front() == kTypes);
+        static constexpr std::array kTakingTexts{kTranslate, kTypes, kFormat, kNotify};
+        const bool takesTexts =
+            !arguments.empty() && std::ranges::find(kTakingTexts, arguments.front()) != kTakingTexts.end();
         std::vector<std::string> reversed = takesTexts ? marked(arguments) : arguments;
         std::ranges::reverse(reversed);
         app_.parse(reversed);
@@ -144,6 +156,11 @@ public:
         if (chosen == kField) {
             return FieldInvocation{fieldKindNamed(fieldKind_)};
         }
+        if (chosen == kNotify) {
+            NotifyInvocation invocation{notify_};
+            unmark(invocation.options.name);
+            return invocation;
+        }
         Invocation invocation{{}, chosen == kReport, json_, color_};
         for (const Command& command : commands()) {
             const bool skipped = noUpdates_ && command.name == "updates";
@@ -163,9 +180,7 @@ private:
                 "Seconds between samples, 0.1 to 3600 (default 1)")
             ->type_name("S")
             ->take_last()
-            ->check([](const std::string& text) {
-                return intervalOf(text).has_value() ? "" : "\"" + text + "\" is not a number from 0.1 to 3600";
-            });
+            ->check(checkInterval);
         watch
             .add_option_function<std::string>(
                 "--count", [this](const std::string& text) { watch_.count = countOf(text); },
@@ -202,9 +217,7 @@ private:
         format.add_option("TEXT", texts_, "What is pasted into the empty field")
             ->type_name("")
             ->required()
-            ->check([](const std::string& text) {
-                return NSString::fromUTF8(text).has_value() ? "" : "\"" + text + "\" is not UTF-8";
-            });
+            ->check(checkUTF8);
     }
 
     void addField() {
@@ -212,6 +225,25 @@ private:
         field.group("Commands");
         field.footer("");
         addFieldKind(field);
+    }
+
+    void addNotify() {
+        CLI::App& notify = *app_.add_subcommand(std::string(kNotify), "Calls a name out to the user's programs");
+        notify.group("Commands");
+        notify.footer("Exit status: 0, 1 when the time is over, or 2 with one line on standard error.");
+        CLI::Option* wait = notify.add_flag("--wait", notify_.waits, "Wait until another program does");
+        notify
+            .add_option_function<std::string>(
+                "--timeout", [this](const std::string& text) { notify_.timeout = intervalOf(text); },
+                "Seconds to wait at most, 0.1 to 3600")
+            ->type_name("S")
+            ->take_last()
+            ->needs(wait)
+            ->check(checkInterval);
+        notify.add_option("NAME", notify_.name, "The name of the notification")
+            ->type_name("")
+            ->required()
+            ->check(checkUTF8);
     }
 
     void addFieldKind(CLI::App& command) {
@@ -260,6 +292,7 @@ private:
     TypesOptions types_;
     std::string fieldKind_;
     std::vector<std::string> texts_;
+    NotifyOptions notify_;
     ColorChoice color_ = ColorChoice::Auto;
 };
 
@@ -272,7 +305,7 @@ UsageError unexpectedArgument(const std::vector<std::string>& arguments, const s
     const auto first = std::ranges::find_if_not(arguments, isOption);
     const auto isCommand = [](const std::string& argument) {
         return argument == kReport || argument == kWatch || argument == kTranslate || argument == kTypes ||
-               argument == kFormat || argument == kField ||
+               argument == kFormat || argument == kField || argument == kNotify ||
                std::ranges::count(commands(), argument, &Command::name) > 0;
     };
     if (first != arguments.end() && !isCommand(*first)) {

@@ -3,6 +3,7 @@
 
 #include "tools/qkinfo/Commands.h"
 #include "tools/qkinfo/Terminal.h"
+#include "tools/qkinfo/commands/Notify.h"
 #include "tools/qkinfo/commands/Translate.h"
 #include "tools/qkinfo/commands/Types.h"
 #include "tools/qkinfo/field/Format.h"
@@ -53,6 +54,11 @@ struct FieldInvocation {
     const FieldKind* kind = nullptr;
 };
 
+/// The command line asks to call out to other programs, or to wait for that.
+struct NotifyInvocation {
+    NotifyOptions options;
+};
+
 /// The command line asks for a text that is known: the help, or the version.
 struct PlainText {
     std::string text;
@@ -64,7 +70,7 @@ struct UsageError {
 };
 
 using ParsedCommandLine = std::variant<Invocation, WatchInvocation, TranslateInvocation, TypesInvocation,
-                                       FormatInvocation, FieldInvocation, PlainText, UsageError>;
+                                       FormatInvocation, FieldInvocation, NotifyInvocation, PlainText, UsageError>;
 
 /// `arguments` are those behind the program's name, in the encoding that they came in.
 [[nodiscard]] ParsedCommandLine parseCommandLine(const std::vector<std::string>& arguments);

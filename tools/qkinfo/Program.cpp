@@ -24,9 +24,13 @@ namespace qk::info {
 
 namespace {
 
-int fail(const std::string& message) {
+void say(const std::string& message) {
     // Where this cannot be written either, the exit status says it alone.
     static_cast<void>(writeAll(STDERR_FILENO, "qkinfo: " + displayLine(message) + "\n"));
+}
+
+int fail(const std::string& message) {
+    say(message);
     return kFailure;
 }
 
@@ -118,6 +122,19 @@ int answer(const FieldInvocation& invocation) {
     return print((isShown ? shownInField(*text) : wellFormedUTF8(*text)) + "\n");
 }
 
+int answer(const NotifyInvocation& invocation) {
+    const std::string& name = invocation.options.name;
+    if (!invocation.options.waits) {
+        postNotification(invocation.options);
+        return kSuccess;
+    }
+    if (!waitForNotification(invocation.options, [&] { say("waiting for \"" + name + "\""); })) {
+        say("\"" + name + "\" was not posted in time");
+        return kTimeIsOver;
+    }
+    return print((terminalAt(STDOUT_FILENO).isTerminal ? displayLine(name) : name) + "\n");
+}
+
 } // namespace
 
 int runProgram(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
@@ -143,6 +160,9 @@ int runProgram(const std::vector<std::string>& arguments, const Surroundings& su
         }
         if (const auto* field = std::get_if<FieldInvocation>(&parsed)) {
             return answer(*field);
+        }
+        if (const auto* notifying = std::get_if<NotifyInvocation>(&parsed)) {
+            return answer(*notifying);
         }
         return answer(std::get<Invocation>(parsed), surroundings);
     } catch (const NSException& exception) {

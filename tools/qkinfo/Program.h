@@ -10,6 +10,7 @@ namespace qk::info {
 
 /// Exit statuses of the program.
 inline constexpr int kSuccess = 0;
+inline constexpr int kTimeIsOver = 1;
 inline constexpr int kFailure = 2;
 
 /// The whole program but for its arguments' source: answers on standard output, or fails with one line on standard

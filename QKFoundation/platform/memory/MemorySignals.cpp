@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::int32_t kLastSignal = 64;
 
-// The numbers of the signals that no process can ignore, on every system.
+// No process can ignore SIGKILL and SIGSTOP, which are numbered as on Linux.
 bool canBeIgnored(std::int32_t signal) {
     constexpr std::int32_t kKill = 9;
     constexpr std::int32_t kStop = 19;

@@ -41,7 +41,8 @@ private:
     std::shared_ptr<Dispositions> dispositions_;
 };
 
-/// A process that offers a text to the crash reporter when it is told to. Threads: any.
+/// A process that offers a text to the crash reporter when it is told to. Threads: one at a time; the text that is
+/// published may be replaced on any, but is asked for when nobody does.
 class QK_EXPORT MemoryCrashReporter final : public CrashReporter {
 public:
     /// The process has a slot for the text; without one before that.
