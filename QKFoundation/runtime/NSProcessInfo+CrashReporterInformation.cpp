@@ -12,12 +12,8 @@ void internal::CrashReporterInformation::setString(const platform::Services& ser
                                                    const std::optional<NSString>& string) {
     std::call_once(isInitialised_, [&] { slot_ = services.crashReporter->informationSlot(); });
     const std::optional<std::string> text = string.has_value() ? string->utf8() : std::nullopt;
-<<<<<<< HEAD
-    if (!text.has_value() || text->empty() || slot_ == nullptr) {
-=======
     const std::size_t length = text.has_value() ? std::strlen(text->c_str()) : 0; // to the first zero character
-    if (length == 0 || sCrashReporterInfo_ == nullptr) {
->>>>>>> runtime
+    if (length == 0 || slot_ == nullptr) {
         return;
     }
     const std::size_t size = length + 1;
