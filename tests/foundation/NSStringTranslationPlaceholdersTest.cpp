@@ -63,6 +63,8 @@ TEST(WFormatPlaceholders, AreReplacedOneNumberAfterTheOther) {
         {"%10%", "%10%"},
         {"%1%%2%%3%%4%%5%%6%%7%%8%%9%%10%%11%%13%", "%1$@%2$@%3$@%4$@%5$@%6$@%7$@%8$@%9$@%10$@%11$@%13%"},
         {"%1%%2%%3%%4%%5%%6%%7%%8%%10%", "%1$@%2$@%3$@%4$@%5$@%6$@%7$@%8$@%10%"},
+        // the character behind "9" is no digit for ten
+        {"%1%%2%%3%%4%%5%%6%%7%%8%%9%%:%", "%1$@%2$@%3$@%4$@%5$@%6$@%7$@%8$@%9$@%:%"},
     };
     for (const auto& [text, expected] : cases) {
         EXPECT_EQ(replacedOneByOne(text), expected) << "of the table itself: " << text.utf8Lossy();

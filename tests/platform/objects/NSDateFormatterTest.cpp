@@ -58,6 +58,8 @@ TEST(NSDateFormatter, QuotedTextAndOtherMarksStandForThemselves) {
     EXPECT_EQ(shown("h 'o''clock' a"), "4 o'clock AM");
     EXPECT_EQ(shown("''yy''"), "'16'");
     EXPECT_EQ(shown("'open yy"), "open yy");
+    EXPECT_EQ(shown("yy'T'"), "16T");
+    EXPECT_EQ(shown("yy'"), "16");
     EXPECT_EQ(shown("\u00E9.-/: 5"), "\u00E9.-/: 5");
 }
 
