@@ -17,7 +17,6 @@ namespace qk {
 namespace {
 
 using tests::Animal;
-using tests::Stone;
 
 std::array<std::optional<Value>, 1> with(Value argument) {
     return {std::move(argument)};
