@@ -16,8 +16,9 @@ namespace qk::NSFileManager_ConflictResolution {
 /// extension cannot stand in a URL, because it holds a lone surrogate.
 ///
 /// A symbolic link that leads nowhere does not exist, so its name is free. A number that the name ends with already is
-/// a part of it: "report 2" becomes "report 2 2". Another program may take the name before the caller does: open it so
-/// that it must be new. Threads: any, at the same time.
+/// a part of it: "report 2" becomes "report 2 2". The name is not checked: "/" and ".." in it lead elsewhere, so a name
+/// from another machine is reduced to its last component first. Another program may take the name before the caller
+/// does: open it so that it must be new. Threads: any, at the same time.
 [[nodiscard]] QK_EXPORT std::optional<NSURL> availableFileURLWithName(const NSFileManager& self, const NSString& name,
                                                                       const NSString& pathExtension,
                                                                       const NSURL& atURL);

@@ -37,4 +37,13 @@ void QKWeakProxy::forwardInvocation(NSInvocation& invocation) {
     }
 }
 
+void QKWeakProxy::observeValueForKeyPath(const NSString& keyPath, NSObject& ofObject, const NSDictionary& change,
+                                         void* context) {
+    if (target_ == nullptr) {
+        doesNotRecognizeSelector("observeValueForKeyPath:ofObject:change:context:");
+        return;
+    }
+    target_->observeValueForKeyPath(keyPath, ofObject, change, context);
+}
+
 } // namespace qk

@@ -36,6 +36,11 @@ public:
     /// sender sees 0, false or nothing.
     void forwardInvocation(NSInvocation& invocation) override;
 
+    /// `observeValueForKeyPath:ofObject:change:context:`. Tells the target, so that a proxy can be added as an observer
+    /// in its place. Raises `NSInvalidArgumentException` (by `doesNotRecognizeSelector`) without one.
+    void observeValueForKeyPath(const NSString& keyPath, NSObject& ofObject, const NSDictionary& change,
+                                void* context) override;
+
 private:
     explicit QKWeakProxy(NSObject* object) noexcept : target_(object) {}
 

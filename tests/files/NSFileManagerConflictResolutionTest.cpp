@@ -86,6 +86,12 @@ TEST_F(ConflictResolution, NamesMayHoldWhatAURLEscapes) {
     EXPECT_EQ(pathOf("100% #1?; \u00e4.tar", "gz"), "/in box/100% #1?; \u00e4.tar 2.gz");
 }
 
+TEST_F(ConflictResolution, NameIsNotChecked) {
+    machine.fileManager.addFile("/in box/sub/a.t");
+    EXPECT_EQ(pathOf("sub/a", "t"), "/in box/sub/a 2.t");
+    EXPECT_EQ(pathOf("../a", "t"), "/in box/../a.t");
+}
+
 TEST_F(ConflictResolution, FirstNameIsAskedOfTheReceiverAndTheOthersOfTheDefaultManager) {
     const Seeing receiver;
     EXPECT_EQ(availableFileURLWithName(receiver, "report", "txt", folder)->path(), "/in box/report 2.txt");

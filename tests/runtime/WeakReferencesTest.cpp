@@ -4,6 +4,7 @@
 #include "QKFoundation/runtime/QKWeakDictionary.h"
 #include "QKFoundation/runtime/QKWeakProxy.h"
 
+#include "tests/platform/objects/ObservedDoor.h"
 #include "tests/runtime/Animals.h"
 
 #include <gtest/gtest.h>
@@ -16,7 +17,6 @@ namespace qk {
 namespace {
 
 using tests::Animal;
-using tests::Stone;
 
 std::array<std::optional<Value>, 1> with(Value argument) {
     return {std::move(argument)};
@@ -138,6 +138,30 @@ TEST(QKWeakProxy, TargetIsNotRetainedAndCanBeChanged) {
     proxy->setQkUnsafeUnretainedContentObject(&other);
     animal.reset();
     EXPECT_EQ(proxy->performSelector("name"), std::optional<Value>("Bea"));
+}
+
+TEST(QKWeakProxy, AsAnObserverWithoutATargetItRaises) {
+    const auto door = std::make_shared<Door>();
+    const auto proxy = QKWeakProxy::initWithObject(nullptr);
+    door->addObserver(*proxy, "width", NSKeyValueObservingOptions::New);
+    EXPECT_THROW(door->setWidth(90), NSInvalidArgumentException);
+    door->removeObserver(*proxy, "width");
+}
+
+TEST(QKWeakProxy, AsAnObserverItTellsItsTarget) {
+    const auto door = std::make_shared<Door>();
+    Watcher watcher;
+    int context = 0;
+    const auto proxy = QKWeakProxy::initWithObject(&watcher);
+    door->addObserver(*proxy, "width", NSKeyValueObservingOptions::New, &context);
+    door->setWidth(90);
+    door->removeObserver(*proxy, "width");
+    door->setWidth(80);
+    ASSERT_EQ(watcher.told.size(), 1U);
+    EXPECT_EQ(watcher.told[0].keyPath, "width");
+    EXPECT_EQ(watcher.told[0].object, door.get());
+    EXPECT_EQ(watcher.told[0].change, (NSDictionary{{NSKeyValueChangeKindKey, 1}, {NSKeyValueChangeNewKey, 90}}));
+    EXPECT_EQ(watcher.told[0].context, &context);
 }
 
 TEST(QKWeakProxy, ProxiesCanBeChained) {
