@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <memory>
 #include <mutex>
 #include <utility>
@@ -35,8 +36,8 @@ public:
 
     /// Has everybody who waits for `name` told.
     void tell(const NSString& name) const {
-        for (const std::weak_ptr<const Observer>& observer : waitingFor(name)) {
-            dispatch_->asyncOnMainQueue([observer] {
+        for (const std::shared_ptr<const Observer>& waiting : waitingFor(name)) {
+            dispatch_->asyncOnMainQueue([observer = std::weak_ptr(waiting)] {
                 if (const auto alive = observer.lock()) {
                     alive->handler();
                 }
@@ -45,14 +46,16 @@ public:
     }
 
 private:
-    [[nodiscard]] std::vector<std::weak_ptr<const Observer>> waitingFor(const NSString& name) const {
-        std::vector<std::weak_ptr<const Observer>> waiting;
-        const std::scoped_lock lock(mutex_);
-        std::ranges::copy_if(observers_, std::back_inserter(waiting), [&](const auto& each) {
-            const auto alive = each.lock();
-            return alive != nullptr && alive->name == name;
-        });
-        return waiting;
+    // All that live, so that none is let go of under the lock: what it holds may ask for this object again.
+    [[nodiscard]] std::vector<std::shared_ptr<const Observer>> waitingFor(const NSString& name) const {
+        std::vector<std::shared_ptr<const Observer>> living;
+        {
+            const std::scoped_lock lock(mutex_);
+            std::ranges::transform(observers_, std::back_inserter(living),
+                                   [](const auto& each) { return each.lock(); });
+        }
+        std::erase_if(living, [&](const auto& each) { return each == nullptr || each->name != name; });
+        return living;
     }
 
     std::shared_ptr<Dispatch> dispatch_;
