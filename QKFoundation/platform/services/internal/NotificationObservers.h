@@ -4,7 +4,6 @@
 #include "QKFoundation/platform/services/Dispatch.h"
 #include "QKFoundation/platform/values/NSString.h"
 
-#include <algorithm>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -35,8 +34,8 @@ public:
 
     /// Has everybody who waits for `name` told.
     void tell(const NSString& name) const {
-        for (const std::weak_ptr<const Observer>& observer : waitingFor(name)) {
-            dispatch_->asyncOnMainQueue([observer] {
+        for (const std::shared_ptr<const Observer>& waiting : waitingFor(name)) {
+            dispatch_->asyncOnMainQueue([observer = std::weak_ptr(waiting)] {
                 if (const auto alive = observer.lock()) {
                     alive->handler();
                 }
@@ -45,13 +44,15 @@ public:
     }
 
 private:
-    [[nodiscard]] std::vector<std::weak_ptr<const Observer>> waitingFor(const NSString& name) const {
-        std::vector<std::weak_ptr<const Observer>> waiting;
-        const std::scoped_lock lock(mutex_);
-        std::ranges::copy_if(observers_, std::back_inserter(waiting), [&](const auto& each) {
-            const auto alive = each.lock();
-            return alive != nullptr && alive->name == name;
-        });
+    [[nodiscard]] std::vector<std::shared_ptr<const Observer>> waitingFor(const NSString& name) const {
+        std::vector<std::shared_ptr<const Observer>> waiting; // one may end here: given back without the lock
+        {
+            const std::scoped_lock lock(mutex_);
+            for (const std::weak_ptr<const Observer>& each : observers_) {
+                waiting.push_back(each.lock());
+            }
+        }
+        std::erase_if(waiting, [&](const auto& each) { return each == nullptr || each->name != name; });
         return waiting;
     }
 
