@@ -41,9 +41,11 @@ private:
 
 class LinuxNotifications final : public DistributedNotificationCenter {
 public:
-    LinuxNotifications(std::shared_ptr<LinuxDispatch> dispatch, std::optional<std::string> address)
+    LinuxNotifications(std::shared_ptr<LinuxDispatch> dispatch, std::optional<std::string> address,
+                       std::chrono::milliseconds limit)
         : dispatch_(std::move(dispatch)),
           address_(std::move(address)),
+          limit_(limit),
           observers_(std::make_shared<Observers>(dispatch_)) {}
 
     [[nodiscard]] std::unique_ptr<NotificationRegistration>
@@ -120,11 +122,12 @@ private:
         if (!address_.has_value()) {
             return;
         }
-        bus_ = SessionBus::connect(*address_, dispatch_->mainLoop(), [observers = observers_](const std::string& name) {
+        const auto tell = [observers = observers_](const std::string& name) {
             if (const std::optional<NSString> text = NSString::fromUTF8(name)) {
                 observers->tell(*text);
             }
-        });
+        };
+        bus_ = SessionBus::connect(*address_, dispatch_->mainLoop(), limit_, tell);
         for (const std::string& name : asked_) {
             if (bus_ == nullptr || bus_->ask(name) != SessionBus::Answer::Done) {
                 bus_.reset();
@@ -135,6 +138,7 @@ private:
 
     const std::shared_ptr<LinuxDispatch> dispatch_;
     const std::optional<std::string> address_;
+    const std::chrono::milliseconds limit_;
     const std::shared_ptr<Observers> observers_;
 
     std::mutex mutex_; // guards what follows
@@ -145,8 +149,9 @@ private:
 } // namespace
 
 std::shared_ptr<DistributedNotificationCenter> makeLinuxNotifications(const std::shared_ptr<LinuxDispatch>& dispatch,
-                                                                      const Variables& variables) {
-    return std::make_shared<LinuxNotifications>(dispatch, busAddress(variables));
+                                                                      const Variables& variables,
+                                                                      std::chrono::milliseconds limit) {
+    return std::make_shared<LinuxNotifications>(dispatch, busAddress(variables), limit);
 }
 
 } // namespace qk::platform

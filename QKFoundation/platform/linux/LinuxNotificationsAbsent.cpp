@@ -41,7 +41,8 @@ private:
 } // namespace
 
 std::shared_ptr<DistributedNotificationCenter> makeLinuxNotifications(const std::shared_ptr<LinuxDispatch>& dispatch,
-                                                                      const Variables& /*variables*/) {
+                                                                      const Variables& /*variables*/,
+                                                                      std::chrono::milliseconds /*limit*/) {
     return std::make_shared<LocalNotifications>(dispatch);
 }
 

@@ -8,15 +8,10 @@
 namespace qk::platform {
 namespace {
 
-constexpr std::chrono::milliseconds kLimit{200};
 constexpr std::size_t kLongestRule = 1024; // of the bus
 constexpr const char* kPath = "/com/qkfoundation/DistributedNotificationCenter";
 constexpr const char* kInterface = "com.qkfoundation.DistributedNotificationCenter";
 constexpr const char* kMember = "Notify";
-
-BusDeadline soon() {
-    return std::chrono::steady_clock::now() + kLimit;
-}
 
 // As a match rule takes it: an apostrophe ends the quotes, stands behind a backslash and opens them again.
 std::string quoted(const std::string& text) {
@@ -43,6 +38,7 @@ UniqueBusMessage callOfBus(sd_bus* bus, const char* method) {
 } // namespace
 
 std::shared_ptr<SessionBus> SessionBus::connect(const std::string& address, std::shared_ptr<LinuxRunLoop> loop,
+                                                std::chrono::milliseconds limit,
                                                 std::function<void(const std::string&)> received) {
     sd_bus* made = nullptr;
     if (sd_bus_new(&made) < 0) {
@@ -53,13 +49,13 @@ std::shared_ptr<SessionBus> SessionBus::connect(const std::string& address, std:
         sd_bus_start(bus.get()) < 0) {
         return nullptr;
     }
-    const BusDeadline deadline = soon();
+    const BusDeadline deadline = std::chrono::steady_clock::now() + limit;
     while (sd_bus_is_ready(bus.get()) == 0 && stepBus(bus.get(), deadline)) {
     }
     if (sd_bus_is_ready(bus.get()) <= 0) {
         return nullptr;
     }
-    std::shared_ptr<SessionBus> connection(new SessionBus(std::move(bus), std::move(loop), std::move(received)));
+    std::shared_ptr<SessionBus> connection(new SessionBus(std::move(bus), std::move(loop), limit, std::move(received)));
     const bool isListening = sd_bus_add_filter(connection->bus_.get(), nullptr, keepName, connection.get()) >= 0;
     return isListening && connection->serve() ? connection : nullptr;
 }
@@ -129,8 +125,7 @@ bool SessionBus::isAlive() {
 }
 
 SessionBus::Answer SessionBus::call(sd_bus_message* call) {
-    const bool isAnswered = call != nullptr && callOnBus(bus_.get(), call, soon());
-    if (isAnswered) {
+    if (call != nullptr && callOnBus(bus_.get(), call, std::chrono::steady_clock::now() + limit_)) {
         return Answer::Done;
     }
     return sd_bus_is_open(bus_.get()) > 0 ? Answer::None : Answer::Lost;

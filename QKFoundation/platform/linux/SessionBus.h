@@ -4,6 +4,7 @@
 #include "QKFoundation/platform/linux/BusConnection.h"
 #include "QKFoundation/platform/linux/LinuxRunLoop.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -25,10 +26,11 @@ public:
         Lost, ///< the connection is gone, and the request with it
     };
 
-    /// Connects to the bus at `address`; null when it does not answer within the time limit. `received` is called on
-    /// `loop` with every name that was asked for and arrives; it must not throw.
+    /// Connects to the bus at `address`; null when it does not answer within `limit`, which holds for each answer from
+    /// then on. `received` is called on `loop` with every name that was asked for and arrives; it must not throw.
     [[nodiscard]] static std::shared_ptr<SessionBus> connect(const std::string& address,
                                                              std::shared_ptr<LinuxRunLoop> loop,
+                                                             std::chrono::milliseconds limit,
                                                              std::function<void(const std::string&)> received);
     ~SessionBus() = default;
     SessionBus(const SessionBus&) = delete;
@@ -45,8 +47,9 @@ public:
     [[nodiscard]] Answer send(const std::string& name);
 
 private:
-    SessionBus(UniqueBus bus, std::shared_ptr<LinuxRunLoop> loop, std::function<void(const std::string&)> received)
-        : loop_(std::move(loop)), received_(std::move(received)), bus_(std::move(bus)) {}
+    SessionBus(UniqueBus bus, std::shared_ptr<LinuxRunLoop> loop, std::chrono::milliseconds limit,
+               std::function<void(const std::string&)> received)
+        : loop_(std::move(loop)), limit_(limit), received_(std::move(received)), bus_(std::move(bus)) {}
 
     [[nodiscard]] bool serve();
     void process();
@@ -56,6 +59,7 @@ private:
     static int keepName(sd_bus_message* message, void* self, sd_bus_error* error);
 
     const std::shared_ptr<LinuxRunLoop> loop_;
+    const std::chrono::milliseconds limit_;
     const std::function<void(const std::string&)> received_;
 
     std::mutex mutex_; // guards what follows

@@ -4,9 +4,7 @@
 #include "QKFoundation/platform/services/Dispatch.h"
 #include "QKFoundation/platform/values/NSString.h"
 
-#include <algorithm>
 #include <functional>
-#include <iterator>
 #include <memory>
 #include <mutex>
 #include <utility>
@@ -46,16 +44,16 @@ public:
     }
 
 private:
-    // All that live, so that none is let go of under the lock: what it holds may ask for this object again.
     [[nodiscard]] std::vector<std::shared_ptr<const Observer>> waitingFor(const NSString& name) const {
-        std::vector<std::shared_ptr<const Observer>> living;
+        std::vector<std::shared_ptr<const Observer>> waiting; // one may end here: given back without the lock
         {
             const std::scoped_lock lock(mutex_);
-            std::ranges::transform(observers_, std::back_inserter(living),
-                                   [](const auto& each) { return each.lock(); });
+            for (const std::weak_ptr<const Observer>& each : observers_) {
+                waiting.push_back(each.lock());
+            }
         }
-        std::erase_if(living, [&](const auto& each) { return each == nullptr || each->name != name; });
-        return living;
+        std::erase_if(waiting, [&](const auto& each) { return each == nullptr || each->name != name; });
+        return waiting;
     }
 
     std::shared_ptr<Dispatch> dispatch_;
