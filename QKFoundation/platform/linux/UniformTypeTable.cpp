@@ -58,8 +58,9 @@ std::vector<const Declaration*> declarationsForExtension(std::string_view extens
             result.push_back(&declaration);
         }
     }
-    std::ranges::stable_partition(
-        result, [](const Declaration* declaration) { return declaration->identifier.starts_with("public."); });
+    std::stable_partition(result.begin(), result.end(), [](const Declaration* declaration) {
+        return declaration->identifier.starts_with("public.");
+    });
     return result;
 }
 
