@@ -139,8 +139,8 @@ function(qk_test name)
     target_link_libraries(${name} PRIVATE rapidcheck_gtest rapidcheck_gmock)
   endif()
   target_compile_definitions(${name} PRIVATE QK_FIXTURES_DIR="${PROJECT_SOURCE_DIR}/tests/fixtures")
-  if(QK_SANITIZE STREQUAL "address")
-    # Most of that build goes into instrumenting assertions; optimising them as well takes half as long again.
+  if(QK_SANITIZE)
+    # Most of such a build goes into instrumenting assertions; optimising them as well takes half as long again.
     target_compile_options(${name} PRIVATE -O0)
   endif()
   set(properties TIMEOUT 300)
