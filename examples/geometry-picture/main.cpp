@@ -104,8 +104,10 @@ int main() {
                 "Orange: the result. y grows upwards.</text>\n",
                 kMargin, 2 * kMargin);
     for (std::size_t index = 0; index < panels.size(); ++index) {
-        draw(panels[index], kMargin + kPanelWidth * static_cast<double>(index % kColumns),
-             3 * kMargin + 10 + kPanelHeight * static_cast<double>(index / kColumns));
+        const std::size_t column = index % kColumns;
+        const std::size_t row = index / kColumns;
+        draw(panels[index], kMargin + kPanelWidth * static_cast<double>(column),
+             3 * kMargin + 10 + kPanelHeight * static_cast<double>(row));
     }
     std::puts("</svg>");
     return 0;

@@ -17,7 +17,6 @@ using namespace std::string_literals;
 using namespace std::string_view_literals;
 using tests::binaryList;
 using tests::document;
-using tests::repeated;
 
 std::optional<Value> fromXML(const std::string& content) {
     return propertyList(document(content));

@@ -18,7 +18,6 @@ namespace qk::platform {
 namespace {
 
 using namespace std::string_view_literals;
-using tests::repeated;
 
 constexpr auto kXML = NSPropertyListFormat::XML_v1_0;
 constexpr auto kBinary = NSPropertyListFormat::Binary_v1_0;
