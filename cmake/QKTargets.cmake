@@ -2,6 +2,8 @@
 # The kinds of targets of this project. Every folder of the library is one floor: an OBJECT library that is compiled
 # once and goes into the shared library and into the static library that the tests use.
 
+include(QKPrecompiled)
+
 # How every file of ours is compiled. Never installed, and nothing that uses the library sees it.
 add_library(qk_build_flags INTERFACE)
 target_compile_features(qk_build_flags INTERFACE cxx_std_20)
@@ -11,6 +13,12 @@ target_compile_options(qk_build_flags INTERFACE
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # That compiler takes the standard library's own joining of strings for a copy onto itself.
   target_compile_options(qk_build_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
+endif()
+if(QK_PRECOMPILE AND CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+  # So that ccache sees the precompiled headers alike when they are.
+  target_compile_options(qk_build_flags INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:SHELL:-Xclang -fno-pch-timestamp>")
+elseif(QK_PRECOMPILE)
+  target_compile_options(qk_build_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fpch-preprocess>)
 endif()
 if(QK_SANITIZE STREQUAL "address")
   set(qk_sanitize_flags -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
@@ -51,6 +59,7 @@ function(qk_floor target)
   add_library(${target} OBJECT ${arg_SOURCES})
   qk_set_language_properties(${target})
   target_link_libraries(${target} PRIVATE qk_build_flags ${arg_PRIVATE_LIBRARIES})
+  qk_precompile(${target} library)
   set_property(TARGET ${target} PROPERTY QK_DEPENDS "${arg_DEPENDS}")
   set_property(GLOBAL APPEND PROPERTY QK_FLOORS ${target})
   set_property(GLOBAL APPEND PROPERTY QK_FLOOR_LIBRARIES ${arg_PRIVATE_LIBRARIES})
@@ -140,9 +149,10 @@ function(qk_test name)
   endif()
   target_compile_definitions(${name} PRIVATE QK_FIXTURES_DIR="${PROJECT_SOURCE_DIR}/tests/fixtures")
   if(QK_SANITIZE)
-    # Most of such a build goes into instrumenting assertions; optimising them as well takes half as long again.
-    target_compile_options(${name} PRIVATE -O0)
+    string(TOUPPER "${QK_SANITIZE}" sanitizer)
+    target_compile_definitions(${name} PRIVATE QK_SANITIZE_${sanitizer})
   endif()
+  qk_precompile(${name} tests)
   set(properties TIMEOUT 300)
   if(arg_LABELS)
     list(APPEND properties LABELS "${arg_LABELS}")

@@ -153,9 +153,9 @@ TEST(BackgroundQueue, TasksRunOnOtherThreadsOfLowPriorityWithoutSignals) {
 }
 
 TEST(BackgroundQueue, TasksRunTogetherUpToTheLimit) {
-    BackgroundQueue queue({3, 1h});
-    std::latch together(3);
+    std::latch together(3); // before the queue, which waits for its tasks when it goes
     std::atomic<int> more = 0;
+    BackgroundQueue queue({3, 1h});
     for (int task = 0; task < 3; ++task) {
         queue.submit([&] { together.arrive_and_wait(); });
     }
@@ -229,7 +229,7 @@ TEST(BackgroundQueue, TasksMaySubmitTasks) {
 }
 
 TEST(BackgroundQueue, AChildMadeByForkStartsWithAnEmptyQueueOfItsOwn) {
-#if defined(__SANITIZE_THREAD__)
+#if defined(QK_SANITIZE_THREAD)
     GTEST_SKIP() << "ThreadSanitizer does not follow threads that a forked child starts";
 #endif
     BackgroundQueue queue({1, 1h});

@@ -212,7 +212,7 @@ TEST(LinuxRunLoopDeathTest, WhatATaskThrowsEndsTheProcess) {
 }
 
 TEST(LinuxRunLoopLimits, WithoutDescriptorsThereIsNoLoop) {
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(QK_SANITIZE_ADDRESS)
     GTEST_SKIP() << "the sanitizer needs descriptors itself to look at what is thrown";
 #endif
     rlimit before{};

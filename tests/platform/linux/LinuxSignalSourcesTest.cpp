@@ -81,7 +81,7 @@ void waitUntilAsleep(const std::atomic<pid_t>& thread) {
 }
 
 TEST_F(LinuxSignals, AnInterruptedSystemCallGoesOn) {
-#if defined(__SANITIZE_THREAD__)
+#if defined(QK_SANITIZE_THREAD)
     GTEST_SKIP() << "ThreadSanitizer keeps signals back until the call has returned";
 #endif
     std::array<int, 2> ends{};

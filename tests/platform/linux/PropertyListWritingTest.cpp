@@ -201,11 +201,11 @@ TEST(PropertyListWriting, ManyElementsAreKept) {
 TEST(PropertyListWriting, DepthIsThatOfReading) {
     NSArray nested;
     for (int level = 1; level < 512; ++level) {
-        nested = NSArray{nested};
+        nested = NSArray{Value(nested)}; // not NSArray{nested}, which compilers read differently
     }
     for (const auto format : {kXML, kBinary}) {
         EXPECT_EQ(readBack(nested, format), Value(nested));
-        EXPECT_EQ(dataOfPropertyList(NSArray{nested}, format), std::nullopt);
+        EXPECT_EQ(dataOfPropertyList(NSArray{Value(nested)}, format), std::nullopt);
         EXPECT_EQ(dataOfPropertyList(NSDictionary{{"a", nested}}, format), std::nullopt);
     }
 }

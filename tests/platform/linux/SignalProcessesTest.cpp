@@ -216,7 +216,7 @@ TEST(SignalProcesses, AHostsOwnHandlerStaysWhenOursGoes) {
 }
 
 TEST(SignalProcesses, AFaultEndsTheProcessByItsSignal) {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if defined(QK_SANITIZE_ADDRESS) || defined(QK_SANITIZE_THREAD)
     GTEST_SKIP() << "sanitizers have handlers of their own";
 #endif
     const Child child([] {

@@ -21,4 +21,6 @@ if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|amd64)$")
     list(APPEND qk_avx512_flags -Wno-maybe-uninitialized)
   endif()
   set_source_files_properties(unicode/KernelsAVX512.cpp PROPERTIES COMPILE_OPTIONS "${qk_avx512_flags}")
+  set_source_files_properties(unicode/KernelsAVX2.cpp unicode/KernelsAVX512.cpp unicode/KernelsSSE41.cpp PROPERTIES
+    SKIP_PRECOMPILE_HEADERS ON)
 endif()
