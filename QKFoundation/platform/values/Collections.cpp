@@ -92,7 +92,9 @@ std::shared_ptr<const Contents> share(Contents contents) {
 class Comparison {
 public:
     bool run(const Value& left, const Value& right) {
-        pairs_.emplace_back(&left, &right);
+        if (!compare(left, right)) {
+            return false;
+        }
         while (!pairs_.empty()) {
             const auto [first, second] = pairs_.back();
             pairs_.pop_back();

@@ -11,15 +11,20 @@ namespace {
 
 using Entry = NSDictionary::Entry;
 
+// So many keys are compared for equality, which mostly ends at their lengths, sooner than for their order.
+constexpr std::size_t kFew = 8;
+
 bool keyIsBelow(const Entry& left, const Entry& right) {
     return left.first < right.first;
 }
 
 /// `entries` in ascending order, with the last one of each key.
 std::vector<Entry> inOrder(std::vector<Entry> entries) {
-    if (!std::is_sorted(entries.begin(), entries.end(), keyIsBelow)) {
-        std::stable_sort(entries.begin(), entries.end(), keyIsBelow);
+    const auto isNotBelow = [](const Entry& left, const Entry& right) { return !keyIsBelow(left, right); };
+    if (std::adjacent_find(entries.begin(), entries.end(), isNotBelow) == entries.end()) {
+        return entries; // as they mostly come: each key above the one before
     }
+    std::stable_sort(entries.begin(), entries.end(), keyIsBelow);
     const auto sameKey = [](const Entry& left, const Entry& right) { return left.first == right.first; };
     // From behind, "unique" keeps the last of a run, at the end of the vector.
     const auto kept = std::unique(entries.rbegin(), entries.rend(), sameKey).base();
@@ -39,6 +44,10 @@ std::size_t NSDictionary::count() const noexcept {
 }
 
 const Value* NSDictionary::objectForKey(const NSString& key) const {
+    if (count() <= kFew) {
+        const Entry* found = std::find_if(begin(), end(), [&key](const Entry& entry) { return entry.first == key; });
+        return found != end() ? &found->second : nullptr;
+    }
     const auto isBelow = [](const Entry& entry, const NSString& wanted) { return entry.first < wanted; };
     const Entry* found = std::lower_bound(begin(), end(), key, isBelow);
     return found != end() && found->first == key ? &found->second : nullptr;
