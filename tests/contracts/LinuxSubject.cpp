@@ -54,9 +54,13 @@ public:
             services.taskLauncher, environment({{"PATH", root_.path("bin")}}));
         return services;
     }
+    [[nodiscard]] platform::Services networked() override { return platform::makeLinuxServices(); }
     [[nodiscard]] NSString emptyFolder() override { return "/tmp/work"; }
     void makeFile(const NSString& path) override {
         root_.write(platform::fileSystemRepresentation(path).value().substr(1), "content");
+    }
+    void makeSymbolicLink(const NSString& path, const NSString& destination) override {
+        std::filesystem::create_symlink(destination.utf8Lossy(), root_.path(path.utf8Lossy().substr(1)));
     }
     [[nodiscard]] Commands commands() override {
         return {shell("printf hello"),  shell(":"), shell("printf '[%s]' \"$@\"", {"sh"}), shell("exit 3"),

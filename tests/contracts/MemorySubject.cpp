@@ -108,6 +108,9 @@ public:
         describeLoad(described_);
         describeVolumes(described_);
         describePlace(described_);
+        networked_.network.addService({.name = "Office", .bsdName = "eth0"});
+        networked_.network.addService({.name = "Home", .enabled = false, .bsdName = "eth0"});
+        networked_.network.addService({.bsdName = "eth1", .ipv4Addresses = {}, .ipv6Addresses = {}});
         described_.fileManager.addDirectory("/tmp/work");
         auto& launcher = described_.taskLauncher;
         launcher.addProgram("/bin/hello", NSData("hello"));
@@ -121,8 +124,12 @@ public:
 
     [[nodiscard]] platform::Services silent() override { return *silent_.services(); }
     [[nodiscard]] platform::Services described() override { return *described_.services(); }
+    [[nodiscard]] platform::Services networked() override { return *networked_.services(); }
     [[nodiscard]] NSString emptyFolder() override { return "/tmp/work"; }
     void makeFile(const NSString& path) override { described_.fileManager.addFile(path); }
+    void makeSymbolicLink(const NSString& path, const NSString& destination) override {
+        described_.fileManager.addSymbolicLink(path, destination);
+    }
     [[nodiscard]] Commands commands() override {
         return {program("/bin/hello"), program("/bin/true"),   program("/bin/arguments"),
                 program("/bin/three"), program("/bin/killed"), program("/bin/missing")};
@@ -140,6 +147,7 @@ private:
 
     Machine silent_;
     Machine described_;
+    Machine networked_;
 };
 
 } // namespace

@@ -50,11 +50,17 @@ public:
     /// "Europe/Berlin", the only one it knows. It knows the type "public.png" and those above it, and opens every URL.
     [[nodiscard]] virtual platform::Services described() = 0;
 
+    /// A machine that may have a network, whatever it looks like.
+    [[nodiscard]] virtual platform::Services networked() = 0;
+
     /// An absolute path of an empty folder that may be written to.
     [[nodiscard]] virtual NSString emptyFolder() = 0;
 
     /// Puts a file with no particular content at a path below that folder.
     virtual void makeFile(const NSString& path) = 0;
+
+    /// Puts a symbolic link at a path below that folder; the destination is a path relative to the link's folder.
+    virtual void makeSymbolicLink(const NSString& path, const NSString& destination) = 0;
 
     [[nodiscard]] virtual Commands commands() = 0;
 

@@ -2,10 +2,12 @@
 #include "QKFoundation/platform/linux/LinuxFileManager.h"
 
 #include "QKFoundation/platform/linux/FileAttributes.h"
+#include "QKFoundation/platform/linux/FileResources.h"
 #include "QKFoundation/platform/linux/FileSystemRepresentation.h"
 #include "QKFoundation/platform/linux/OperatingSystem.h"
 #include "QKFoundation/platform/linux/PropertyList.h"
 #include "QKFoundation/platform/linux/ReadBytes.h"
+#include "QKFoundation/platform/services/internal/FileResourceKeys.h"
 
 #include <sys/stat.h>
 
@@ -119,7 +121,21 @@ std::vector<NSURL> LinuxFileManager::mountedVolumeURLs(bool /*skipHiddenVolumes*
 
 std::optional<NSDictionary> LinuxFileManager::resourceValuesForKeys(const NSURL& url,
                                                                     const std::vector<NSString>& keys) const {
-    return volumes_.resourceValues(url, keys);
+    if (!internal::haveFileKey(keys)) {
+        return volumes_.resourceValues(url, keys);
+    }
+    const std::optional<NSString> path = url.isFileURL() ? url.path() : std::nullopt;
+    const std::optional<std::string> bytes = path.has_value() ? fileSystemRepresentation(*path) : std::nullopt;
+    if (!bytes.has_value() || bytes->empty()) {
+        return std::nullopt;
+    }
+    std::optional<NSDictionary> values = fileresources::read(root_, *bytes, keys);
+    if (!values.has_value() || !internal::haveVolumeKey(keys)) {
+        return values;
+    }
+    NSMutableDictionary both(*values);
+    both.addEntriesFromDictionary(volumes_.resourceValues(url, keys).value_or(NSDictionary()));
+    return both.copy();
 }
 
 NSString LinuxFileManager::homeDirectory() const {

@@ -13,7 +13,8 @@
 
 namespace qk::platform {
 
-/// Files, folders and volumes under `LinuxRoot`; see `Volumes`, `StandardFolders` and "FileAttributes.h" for those.
+/// Files, folders and volumes under `LinuxRoot`; see `Volumes`, `StandardFolders`, "FileResources.h" and
+/// "FileAttributes.h" for those.
 /// "/System/Library/CoreServices/SystemVersion.plist" is no file here: its dictionary is made of os-release (NAME,
 /// VERSION_ID and the build, each where there is one), and there is none without an os-release.
 class LinuxFileManager final : public FileManager {

@@ -228,10 +228,11 @@ bool LinuxRunLoop::callTasks(std::vector<Task>& tasks) noexcept {
 bool LinuxRunLoop::callWatches(std::span<const epoll_event> events) noexcept {
     bool any = false;
     for (const epoll_event& event : events) {
-        std::shared_ptr<Watch> watched; // stays whole while its call removes it
+        const std::uint64_t number = event.data.u64; // copied: the kernel's record is packed, no reference fits it
+        std::shared_ptr<Watch> watched;              // stays whole while its call removes it
         {
             const std::scoped_lock lock(mutex_);
-            const auto found = watches_.find(event.data.u64);
+            const auto found = watches_.find(number);
             if (found == watches_.end()) {
                 continue; // our own, or removed by a call before
             }

@@ -6,12 +6,15 @@
 #include "QKFoundation/platform/linux/LinuxCrashReporter.h"
 #include "QKFoundation/platform/linux/LinuxCrypto.h"
 #include "QKFoundation/platform/linux/LinuxDispatch.h"
+#include "QKFoundation/platform/linux/LinuxFSEvents.h"
 #include "QKFoundation/platform/linux/LinuxFileManager.h"
 #include "QKFoundation/platform/linux/LinuxHost.h"
 #include "QKFoundation/platform/linux/LinuxHostStatistics.h"
+#include "QKFoundation/platform/linux/LinuxIORegistry.h"
 #include "QKFoundation/platform/linux/LinuxKernel.h"
 #include "QKFoundation/platform/linux/LinuxLaunchServices.h"
 #include "QKFoundation/platform/linux/LinuxLocale.h"
+#include "QKFoundation/platform/linux/LinuxMetadataIndex.h"
 #include "QKFoundation/platform/linux/LinuxNotifications.h"
 #include "QKFoundation/platform/linux/LinuxProcessInfo.h"
 #include "QKFoundation/platform/linux/LinuxProcessTable.h"
@@ -22,6 +25,7 @@
 #include "QKFoundation/platform/linux/LinuxTimeZones.h"
 #include "QKFoundation/platform/linux/LinuxUniformTypes.h"
 #include "QKFoundation/platform/linux/LinuxUsers.h"
+#include "QKFoundation/platform/linux/NetworkReader.h"
 #include "QKFoundation/platform/linux/StandardFolders.h"
 #include "QKFoundation/platform/linux/UpdateTool.h"
 
@@ -63,10 +67,13 @@ Services makeLinuxServices(const LinuxRoot& root) {
     const auto launcher = std::make_shared<LinuxTaskLauncher>(substitutes());
     const Variables variables = root.isHost() ? Variables(processVariable) : noVariable;
     const auto dispatch = std::make_shared<LinuxDispatch>();
+    const auto network = std::make_shared<NetworkReader>(root);
+    const auto uniformTypes = std::make_shared<LinuxUniformTypes>(root);
+    const auto fsEvents = std::make_shared<LinuxFSEvents>();
     return {.kernel = std::make_shared<LinuxKernel>(root),
             .processInfo = std::make_shared<LinuxProcessInfo>(root),
             .host = std::make_shared<LinuxHost>(root),
-            .systemConfiguration = std::make_shared<LinuxSystemConfiguration>(root),
+            .systemConfiguration = std::make_shared<LinuxSystemConfiguration>(root, network),
             .taskLauncher = launcher,
             .fileManager = std::make_shared<LinuxFileManager>(root, StandardFolders(root, users, variables)),
             .hostStatistics = std::make_shared<LinuxHostStatistics>(root),
@@ -74,7 +81,7 @@ Services makeLinuxServices(const LinuxRoot& root) {
             .clock = std::make_shared<LinuxClock>(),
             .locale = std::make_shared<LinuxLocale>(root, variables),
             .timeZones = std::make_shared<LinuxTimeZones>(root, variables),
-            .uniformTypes = std::make_shared<LinuxUniformTypes>(root),
+            .uniformTypes = uniformTypes,
             .launchServices = launchServices(root, launcher, variables),
             .propertyLists = std::move(codecs.propertyLists),
             .crypto = std::move(codecs.crypto),
@@ -83,7 +90,11 @@ Services makeLinuxServices(const LinuxRoot& root) {
             .signalSources = std::make_shared<LinuxSignalSources>(dispatch),
             .distributedNotifications = makeLinuxNotifications(dispatch, variables),
             .crashReporter = std::make_shared<LinuxCrashReporter>(),
-            .activityTracing = std::make_shared<LinuxActivityTracing>()};
+            .activityTracing = std::make_shared<LinuxActivityTracing>(),
+            .ioRegistry = std::make_shared<LinuxIORegistry>(network),
+            .fsEvents = fsEvents,
+            .metadataIndex = std::make_shared<LinuxMetadataIndex>(root, dispatch, fsEvents, uniformTypes,
+                                                                  StandardFolders(root, users, variables))};
 }
 
 std::shared_ptr<const Services> makeHostServices() {

@@ -28,6 +28,9 @@ std::shared_ptr<const Services> emptyMachine() {
     services.signalSources = std::make_shared<MemorySignalSources>(services.dispatch);
     services.distributedNotifications = std::make_shared<MemoryDistributedNotifications>(services.dispatch);
     services.crashReporter = std::make_shared<MemoryCrashReporter>();
+    services.ioRegistry = std::make_shared<MemoryIORegistry>();
+    services.fsEvents = std::make_shared<MemoryFSEvents>();
+    services.metadataIndex = std::make_shared<MemoryMetadataIndex>(services.dispatch);
     const Codecs codecs = makeHostCodecs();
     services.propertyLists = codecs.propertyLists;
     services.crypto = codecs.crypto;
@@ -58,6 +61,10 @@ Machine::Machine(std::shared_ptr<const Services> services)
       signalSources(static_cast<MemorySignalSources&>(*services->signalSources)),
       distributedNotifications(static_cast<MemoryDistributedNotifications&>(*services->distributedNotifications)),
       crashReporter(static_cast<MemoryCrashReporter&>(*services->crashReporter)),
+      ioRegistry(static_cast<MemoryIORegistry&>(*services->ioRegistry)),
+      fsEvents(static_cast<MemoryFSEvents&>(*services->fsEvents)),
+      metadataIndex(static_cast<MemoryMetadataIndex&>(*services->metadataIndex)),
+      network(systemConfiguration, ioRegistry),
       services_(std::move(services)) {}
 
 Machine::~Machine() = default;

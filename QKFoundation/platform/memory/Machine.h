@@ -4,12 +4,15 @@
 #include "QKFoundation/platform/memory/MemoryActivityTracing.h"
 #include "QKFoundation/platform/memory/MemoryClock.h"
 #include "QKFoundation/platform/memory/MemoryDispatch.h"
+#include "QKFoundation/platform/memory/MemoryFSEvents.h"
 #include "QKFoundation/platform/memory/MemoryFileManager.h"
 #include "QKFoundation/platform/memory/MemoryHostStatistics.h"
 #include "QKFoundation/platform/memory/MemoryKernel.h"
 #include "QKFoundation/platform/memory/MemoryLaunchServices.h"
 #include "QKFoundation/platform/memory/MemoryLocale.h"
+#include "QKFoundation/platform/memory/MemoryMetadataIndex.h"
 #include "QKFoundation/platform/memory/MemoryNames.h"
+#include "QKFoundation/platform/memory/MemoryNetwork.h"
 #include "QKFoundation/platform/memory/MemoryNotifications.h"
 #include "QKFoundation/platform/memory/MemoryProcessTable.h"
 #include "QKFoundation/platform/memory/MemorySignals.h"
@@ -62,6 +65,12 @@ public:
     MemorySignalSources& signalSources;
     MemoryDistributedNotifications& distributedNotifications;
     MemoryCrashReporter& crashReporter;
+    MemoryIORegistry& ioRegistry;
+    MemoryFSEvents& fsEvents;
+    MemoryMetadataIndex& metadataIndex;
+
+    /// Describes services of the network, each with its interface, in `systemConfiguration` and `ioRegistry`.
+    MemoryNetwork network;
 
 private:
     explicit Machine(std::shared_ptr<const Services> services);

@@ -34,6 +34,10 @@ void MemoryFileManager::add(const NSString& path, Entry entry) {
     entries_[name] = std::move(entry);
 }
 
+void MemoryFileManager::addSymbolicLink(const NSString& path, const NSString& destination) {
+    add(path, {Link{destination}});
+}
+
 void MemoryFileManager::denyReading(const NSString& path) {
     const std::scoped_lock lock(mutex_);
     if (const auto found = entries_.find(normalized(path)); found != entries_.end()) {
@@ -73,7 +77,7 @@ bool MemoryFileManager::createDirectoryAtPath(const NSString& path, bool withInt
 
 bool MemoryFileManager::fileExistsAtPath(const NSString& path, bool* isDirectory) const {
     const std::scoped_lock lock(mutex_);
-    const Entry* entry = entryAt(normalized(path));
+    const Entry* entry = targetOf(path);
     if (entry != nullptr && isDirectory != nullptr) {
         *isDirectory = std::holds_alternative<Directory>(entry->content);
     }
@@ -82,14 +86,14 @@ bool MemoryFileManager::fileExistsAtPath(const NSString& path, bool* isDirectory
 
 std::optional<NSData> MemoryFileManager::contentsAtPath(const NSString& path) const {
     const std::scoped_lock lock(mutex_);
-    const Entry* entry = entryAt(normalized(path));
+    const Entry* entry = targetOf(path);
     const auto* file = entry != nullptr ? std::get_if<File>(&entry->content) : nullptr;
     return file != nullptr && entry->readable ? std::optional(file->contents) : std::nullopt;
 }
 
 std::optional<std::vector<NSString>> MemoryFileManager::contentsOfDirectoryAtPath(const NSString& path) const {
     const std::scoped_lock lock(mutex_);
-    const NSString name = normalized(path);
+    const NSString name = resolved(normalized(path)).value_or(NSString());
     const Entry* entry = entryAt(name);
     if (entry == nullptr || !entry->readable || !std::holds_alternative<Directory>(entry->content)) {
         return std::nullopt;
@@ -105,7 +109,7 @@ std::optional<std::vector<NSString>> MemoryFileManager::contentsOfDirectoryAtPat
 
 std::optional<NSDictionary> MemoryFileManager::dictionaryWithContentsOfFile(const NSString& path) const {
     const std::scoped_lock lock(mutex_);
-    const Entry* entry = entryAt(normalized(path));
+    const Entry* entry = targetOf(path);
     const auto* dictionary = entry != nullptr ? std::get_if<NSDictionary>(&entry->content) : nullptr;
     return dictionary != nullptr && entry->readable ? std::optional(*dictionary) : std::nullopt;
 }
@@ -134,22 +138,6 @@ std::vector<NSURL> MemoryFileManager::mountedVolumeURLs(bool skipHiddenVolumes) 
         }
     }
     return urls;
-}
-
-std::optional<NSDictionary> MemoryFileManager::resourceValuesForKeys(const NSURL& url,
-                                                                     const std::vector<NSString>& keys) const {
-    const std::scoped_lock lock(mutex_);
-    const auto volume = std::ranges::find(volumes_, url, &Volume::url);
-    if (volume == volumes_.end() || !volume->values.has_value()) {
-        return std::nullopt;
-    }
-    NSMutableDictionary values;
-    for (const NSString& key : keys) {
-        if (const Value* value = volume->values->objectForKey(key)) {
-            values.setObject(*value, key);
-        }
-    }
-    return values.copy();
 }
 
 const MemoryFileManager::Entry* MemoryFileManager::entryAt(const NSString& path) const {

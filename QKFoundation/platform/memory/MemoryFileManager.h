@@ -29,8 +29,17 @@ public:
     /// There is a property list at `path` that holds `dictionary`, with the folders above it.
     void addPropertyList(const NSString& path, const NSDictionary& dictionary);
 
+    /// There is a symbolic link at `path`, with the folders above it, that leads to `destination`, absolute or relative
+    /// to the folder of the link.
+    void addSymbolicLink(const NSString& path, const NSString& destination);
+
     /// The folder or file at `path` is there but cannot be read.
     void denyReading(const NSString& path);
+
+    /// What is at `path` has that resource value, or none; the key is one of files ("ResourceKeys.h"). Until it is told
+    /// the kind is known, all may be read and written, folders may be executed, names with a leading dot are hidden,
+    /// nothing is a package, and there are no dates.
+    void setResourceValue(const NSString& path, const NSString& key, const std::optional<Value>& value);
 
     /// What is at `path`, and below it, is gone.
     void remove(const NSString& path);
@@ -88,14 +97,24 @@ private:
     struct File {
         NSData contents;
     };
+    struct Link {
+        NSString destination;
+    };
     struct Entry {
-        std::variant<Directory, File, NSDictionary> content;
+        std::variant<Directory, File, NSDictionary, Link> content;
         bool readable = true;
         std::map<NSString, NSData> extendedAttributes = {};
         std::optional<NSDate> creationDate = {};
+        std::map<NSString, std::optional<Value>> resourceValues = {}; // as they were told
     };
     /// Without runs of "/" and without a trailing one, but for "/" itself.
     [[nodiscard]] static NSString normalized(const NSString& path);
+    /// The same place without symbolic links; nothing when one of them leads nowhere or in a circle.
+    [[nodiscard]] std::optional<NSString> resolved(const NSString& path) const;
+    /// What `path` leads to when links are followed.
+    [[nodiscard]] const Entry* targetOf(const NSString& path) const;
+    [[nodiscard]] std::optional<NSDictionary> fileValues(const NSString& path, const std::vector<NSString>& keys) const;
+    [[nodiscard]] std::optional<NSDictionary> volumeValues(const NSURL& url, const std::vector<NSString>& keys) const;
     [[nodiscard]] const Entry* entryAt(const NSString& path) const;
     [[nodiscard]] Entry* entryAt(const NSString& path);
     bool createDirectories(const NSString& path);

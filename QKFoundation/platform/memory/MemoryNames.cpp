@@ -69,14 +69,4 @@ std::optional<NSString> MemoryHost::localizedName() const {
     return localizedName_;
 }
 
-void MemorySystemConfiguration::setComputerName(const std::optional<NSString>& name) {
-    const std::scoped_lock lock(mutex_);
-    computerName_ = name;
-}
-
-std::optional<NSString> MemorySystemConfiguration::copyComputerName() const {
-    const std::scoped_lock lock(mutex_);
-    return computerName_;
-}
-
 } // namespace qk::platform::memory

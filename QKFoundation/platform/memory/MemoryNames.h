@@ -3,7 +3,6 @@
 
 #include "QKFoundation/platform/services/Host.h"
 #include "QKFoundation/platform/services/ProcessInfo.h"
-#include "QKFoundation/platform/services/SystemConfiguration.h"
 
 #include <cstdint>
 #include <map>
@@ -54,18 +53,6 @@ private:
     mutable std::mutex mutex_;
     std::optional<NSString> userName_;
     std::optional<NSString> localizedName_;
-};
-
-/// A configuration store with the name it was given. Threads: any, at the same time.
-class QK_EXPORT MemorySystemConfiguration final : public SystemConfiguration {
-public:
-    void setComputerName(const std::optional<NSString>& name);
-
-    [[nodiscard]] std::optional<NSString> copyComputerName() const override;
-
-private:
-    mutable std::mutex mutex_;
-    std::optional<NSString> computerName_;
 };
 
 } // namespace qk::platform::memory

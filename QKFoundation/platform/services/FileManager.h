@@ -9,10 +9,24 @@
 #include "QKFoundation/platform/values/NSURL.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
 namespace qk::platform {
+
+/// `NSDirectoryEnumerationOptions`: what an enumeration leaves out; they add up.
+using NSDirectoryEnumerationOptions = std::uint64_t;
+inline constexpr NSDirectoryEnumerationOptions NSDirectoryEnumerationSkipsSubdirectoryDescendants = 1;
+inline constexpr NSDirectoryEnumerationOptions NSDirectoryEnumerationSkipsPackageDescendants = 2;
+inline constexpr NSDirectoryEnumerationOptions NSDirectoryEnumerationSkipsHiddenFiles = 4;
+
+/// One item that an enumeration came by: its file URL, which ends with "/" when it is a folder, and its values for the
+/// keys that were asked for.
+struct EnumeratedItem {
+    NSURL url;
+    NSDictionary resourceValues;
+};
 
 /// Files and folders. Threads: any, at the same time.
 class QK_EXPORT FileManager {
@@ -50,10 +64,18 @@ public:
     [[nodiscard]] virtual std::vector<NSURL> mountedVolumeURLs(bool skipHiddenVolumes) const = 0;
 
     /// `resourceValuesForKeys:error:`. The values of `keys` for the file or volume at `url`, without the keys that it
-    /// has no value for; nothing when it cannot be asked, because it is gone for example. The keys are those of
-    /// "ResourceKeys.h".
+    /// has no value for; nothing when it cannot be asked, because it is gone for example, and when only values of
+    /// volumes are wanted of what is none. The keys are those of "ResourceKeys.h".
     [[nodiscard]] virtual std::optional<NSDictionary>
     resourceValuesForKeys(const NSURL& url, const std::vector<NSString>& keys) const = 0;
+
+    /// `enumeratorAtURL:includingPropertiesForKeys:options:errorHandler:`. What is in the folder at `url` and, unless
+    /// the options leave that out, below it: a folder before its content, the items of one folder ascending by name.
+    /// Symbolic links are not followed. There is no error handler: what cannot be read, is gone meanwhile, or has a
+    /// name that no URL can hold is left out. Empty when `url` is no folder.
+    [[nodiscard]] std::vector<EnumeratedItem> enumeratorAtURL(const NSURL& url,
+                                                              const std::vector<NSString>& includingPropertiesForKeys,
+                                                              NSDirectoryEnumerationOptions options) const;
 
     /// `NSHomeDirectory`. The home folder of the effective user: what "~" stands for. "/" for a user who has none.
     [[nodiscard]] virtual NSString homeDirectory() const = 0;

@@ -31,6 +31,15 @@ NotificationRegistration::~NotificationRegistration() = default;
 DistributedNotificationCenter::~DistributedNotificationCenter() = default;
 CrashReporter::~CrashReporter() = default;
 ActivityTracing::~ActivityTracing() = default;
+DynamicStore::~DynamicStore() = default;
+NetworkPreferences::~NetworkPreferences() = default;
+ConfigurationReading::~ConfigurationReading() = default;
+IOIterator::~IOIterator() = default;
+IORegistry::~IORegistry() = default;
+FSEventStream::~FSEventStream() = default;
+FSEvents::~FSEvents() = default;
+MetadataSearchRun::~MetadataSearchRun() = default;
+MetadataIndex::~MetadataIndex() = default;
 
 namespace {
 

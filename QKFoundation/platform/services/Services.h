@@ -8,13 +8,16 @@
 #include "QKFoundation/platform/services/CrashReporter.h"
 #include "QKFoundation/platform/services/Dispatch.h"
 #include "QKFoundation/platform/services/DistributedNotificationCenter.h"
+#include "QKFoundation/platform/services/FSEvents.h"
 #include "QKFoundation/platform/services/FactCache.h"
 #include "QKFoundation/platform/services/FileManager.h"
 #include "QKFoundation/platform/services/Host.h"
 #include "QKFoundation/platform/services/HostStatistics.h"
+#include "QKFoundation/platform/services/IORegistry.h"
 #include "QKFoundation/platform/services/Kernel.h"
 #include "QKFoundation/platform/services/LaunchServices.h"
 #include "QKFoundation/platform/services/Locale.h"
+#include "QKFoundation/platform/services/MetadataIndex.h"
 #include "QKFoundation/platform/services/ProcessInfo.h"
 #include "QKFoundation/platform/services/ProcessTable.h"
 #include "QKFoundation/platform/services/PropertyListSerialization.h"
@@ -52,6 +55,9 @@ struct Services {
     std::shared_ptr<DistributedNotificationCenter> distributedNotifications;
     std::shared_ptr<CrashReporter> crashReporter;
     std::shared_ptr<ActivityTracing> activityTracing;
+    std::shared_ptr<IORegistry> ioRegistry;
+    std::shared_ptr<FSEvents> fsEvents;
+    std::shared_ptr<MetadataIndex> metadataIndex;
     std::shared_ptr<FactCache> facts = std::make_shared<FactCache>();
 };
 

@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/platform/linux/NetworkServices.h"
+
+#include "QKFoundation/platform/linux/LinkEvidence.h"
+#include "QKFoundation/platform/linux/Networkd.h"
+#include "QKFoundation/platform/linux/ReadBytes.h"
+#include "QKFoundation/platform/linux/ServiceNames.h"
+#include "QKFoundation/platform/linux/parse/ResolvConf.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <unordered_set>
+#include <utility>
+
+namespace qk::platform {
+namespace {
+
+constexpr std::size_t kMostOfResolvConf = std::size_t{1} << 20U;
+
+NetworkService kernelService(const NetworkLink& link, const NetworkSnapshot& snapshot, ServiceNamer& namer) {
+    ServiceNames names = namer.names(link.name);
+    NetworkService service;
+    service.isEnabled = evidence::isUp(link);
+    service.isActive = true;
+    service.id = std::move(names.id);
+    service.name = names.interfaceName;
+    service.interfaceName = std::move(names.interfaceName);
+    service.link = &link;
+    service.type = evidence::interfaceType(link, snapshot.root());
+    service.ipv4Method = evidence::ipv4Method(link, snapshot);
+    service.ipv6Method = evidence::ipv6Method(link, snapshot);
+    return service;
+}
+
+std::unordered_set<const NetworkLink*> linksOf(const std::vector<NetworkService>& services) {
+    std::unordered_set<const NetworkLink*> links;
+    for (const NetworkService& service : services) {
+        links.insert(service.link);
+    }
+    return links;
+}
+
+// NetworkManager is often installed beside networkd and leaves the links to it.
+void appendNetworkdServices(const NetworkSnapshot& snapshot, std::vector<NetworkService>& services) {
+    const std::unordered_set<const NetworkLink*> taken = linksOf(services);
+    for (NetworkService& service : networkd::services(snapshot)) {
+        if (!taken.contains(service.link)) {
+            services.push_back(std::move(service));
+        }
+    }
+}
+
+void appendKernelServices(const NetworkSnapshot& snapshot, std::vector<NetworkService>& services) {
+    const std::unordered_set<const NetworkLink*> taken = linksOf(services);
+    ServiceNamer namer(snapshot.root());
+    for (const NetworkLink& link : snapshot.kernel().links) {
+        if ((taken.empty() || !taken.contains(&link)) && evidence::isService(link, snapshot)) {
+            services.push_back(kernelService(link, snapshot, namer));
+        }
+    }
+}
+
+parse::ResolvConf readResolvConf(const LinuxRoot& root, std::string_view path) {
+    return parse::resolvConf(readBytes(root.path(path), kMostOfResolvConf).value_or(std::string()));
+}
+
+std::unique_ptr<NetworkBus> busFor(const LinuxRoot& root) {
+    return root.isHost() ? makeSystemNetworkBus() : nullptr;
+}
+
+} // namespace
+
+NetworkServices::NetworkServices(std::shared_ptr<const NetworkSnapshot> snapshot)
+    : snapshot_(std::move(snapshot)), bus_(busFor(snapshot_->root())) {}
+
+NetworkServices::NetworkServices(std::shared_ptr<const NetworkSnapshot> snapshot, std::unique_ptr<NetworkBus> bus)
+    : snapshot_(std::move(snapshot)), bus_(std::move(bus)) {}
+
+void NetworkServices::read() const {
+    // The managers first: what they have just configured is then among the kernel's facts.
+    const auto managed = bus_ != nullptr ? bus_->networkManager() : std::nullopt;
+    all_ = managed.has_value() ? networkmanager::services(*managed, *snapshot_) : std::vector<NetworkService>();
+    appendNetworkdServices(*snapshot_, all_);
+    appendKernelServices(*snapshot_, all_);
+    byID_.reserve(all_.size());
+    for (const NetworkService& service : all_) {
+        byID_.emplace(service.id.units(), &service);
+    }
+}
+
+const std::vector<NetworkService>& NetworkServices::all() const {
+    std::call_once(isRead_, [this] { read(); });
+    return all_;
+}
+
+std::vector<const NetworkService*> NetworkServices::byLink() const {
+    std::vector<const NetworkService*> result;
+    result.reserve(all().size());
+    for (const NetworkService& service : all()) {
+        result.push_back(&service);
+    }
+    std::ranges::stable_sort(result, {}, [](const NetworkService* service) {
+        return service->link != nullptr ? service->link->index : std::numeric_limits<std::int32_t>::max();
+    });
+    return result;
+}
+
+const NetworkService* NetworkServices::service(std::u16string_view id) const {
+    static_cast<void>(all());
+    const auto found = byID_.find(id);
+    return found != byID_.end() ? found->second : nullptr;
+}
+
+const NetworkService* NetworkServices::primary(AddressFamily family) const {
+    const NetworkRoute* route = snapshot_->primaryRoute(family);
+    if (route == nullptr) {
+        return nullptr;
+    }
+    const auto found = std::ranges::find_if(all(), [route](const NetworkService& service) {
+        return service.isActive && service.link != nullptr && service.link->index == route->link;
+    });
+    return found != all().end() ? &*found : nullptr;
+}
+
+const NetworkRoute* NetworkServices::primaryRoute() const {
+    const NetworkRoute* route = snapshot_->primaryRoute(AddressFamily::IPv4);
+    return route != nullptr ? route : snapshot_->primaryRoute(AddressFamily::IPv6);
+}
+
+bool NetworkServices::isPrimary(const NetworkService& service) const {
+    const NetworkRoute* route = primaryRoute();
+    // Most services are told apart by their link alone.
+    return route != nullptr && service.link != nullptr && service.link->index == route->link &&
+           primary(route->family) == &service;
+}
+
+const LinkNameServers& NetworkServices::resolved() const {
+    std::call_once(isResolvedAsked_, [this] {
+        if (bus_ != nullptr) {
+            resolved_ = bus_->resolved().value_or(LinkNameServers());
+        }
+    });
+    return resolved_;
+}
+
+const NameServers& NetworkServices::resolvConf() const {
+    std::call_once(isResolvConfRead_, [this] {
+        parse::ResolvConf configuration = readResolvConf(snapshot_->root(), "/etc/resolv.conf");
+        if (parse::namesOnlyLocalStub(configuration)) {
+            parse::ResolvConf upstream = readResolvConf(snapshot_->root(), "/run/systemd/resolve/resolv.conf");
+            if (!upstream.nameServers.empty()) {
+                configuration = std::move(upstream);
+            }
+        }
+        resolvConf_ = {std::move(configuration.nameServers), std::move(configuration.searchDomains)};
+    });
+    return resolvConf_;
+}
+
+NameServers NetworkServices::nameServers(const NetworkService& service) const {
+    if (!service.isActive || service.link == nullptr) {
+        return {};
+    }
+    // Who knows domains alone leaves the question open where to ask.
+    NameServers result = service.nameServers;
+    const auto complete = [&result](const NameServers& others) {
+        result.addresses = others.addresses;
+        if (result.domains.empty()) {
+            result.domains = others.domains;
+        }
+    };
+    if (result.addresses.empty()) {
+        const auto& links = resolved();
+        if (const auto found = links.find(service.link->index); found != links.end()) {
+            complete(found->second);
+        }
+    }
+    if (result.addresses.empty() && isPrimary(service)) {
+        complete(resolvConf());
+    }
+    return result;
+}
+
+NameServers NetworkServices::globalNameServers() const {
+    const NetworkRoute* route = primaryRoute();
+    const NetworkService* service = route != nullptr ? primary(route->family) : nullptr;
+    return service != nullptr ? nameServers(*service) : resolvConf();
+}
+
+std::shared_ptr<const parse::DHCPLease> NetworkServices::lease(const NetworkService& service) const {
+    if (service.manager != NetworkService::Manager::Networkd) {
+        return service.lease;
+    }
+    auto told = networkd::lease(*service.link, snapshot_->root());
+    return told.has_value() ? std::make_shared<const parse::DHCPLease>(*std::move(told)) : nullptr;
+}
+
+} // namespace qk::platform
