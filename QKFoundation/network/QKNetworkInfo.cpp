@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/network/QKNetworkInfo.h"
+
+#include "QKFoundation/network/internal/NetworkInterfaces.h"
+#include "QKFoundation/network/internal/QKNetworkInterfaceImpl.h"
+#include "QKFoundation/network/internal/QKSCNetworkServiceFactory.h"
+#include "QKFoundation/platform/objects/NSPredicate.h"
+
+#include <utility>
+
+namespace qk {
+namespace {
+
+using platform::Services;
+using platform::services;
+
+// Predicates are parsed once and never destroyed: other threads may still ask while the process ends.
+const NSPredicate& activePredicate() {
+    static const auto& predicate =
+        *new std::shared_ptr<const NSPredicate>(NSPredicate::predicateWithFormat("linkActive = YES"));
+    return *predicate;
+}
+
+const NSPredicate& activeBuiltinPredicate() {
+    static const auto& predicate =
+        *new std::shared_ptr<const NSPredicate>(NSPredicate::predicateWithFormat("linkActive = YES AND builtin = YES"));
+    return *predicate;
+}
+
+} // namespace
+
+internal::Interfaces internal::networkInterfaces(const Services& services) {
+    const auto reading = services.systemConfiguration->beginReading();
+    Interfaces interfaces;
+    for (const auto& service : QKSCNetworkServiceFactory::enabledNetworkServices(services)) {
+        if (auto interface = QKNetworkInterfaceImpl::initWithSCNetworkService(service, services)) {
+            interfaces.push_back(std::move(interface));
+        }
+    }
+    return interfaces;
+}
+
+internal::Interfaces internal::activeNetworkInterfaces(const Services& services) {
+    return filteredArrayUsingPredicate(networkInterfaces(services), activePredicate());
+}
+
+internal::Interfaces internal::activeBuiltinNetworkInterfaces(const Services& services) {
+    return filteredArrayUsingPredicate(networkInterfaces(services), activeBuiltinPredicate());
+}
+
+QKNetworkInfo::Interfaces QKNetworkInfo::networkInterfaces() {
+    return internal::networkInterfaces(*services());
+}
+
+QKNetworkInfo::Interfaces QKNetworkInfo::activeNetworkInterfaces() {
+    return internal::activeNetworkInterfaces(*services());
+}
+
+QKNetworkInfo::Interfaces QKNetworkInfo::activeBuiltinNetworkInterfaces() {
+    return internal::activeBuiltinNetworkInterfaces(*services());
+}
+
+} // namespace qk
