@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/qkinfo/BackgroundWork.h"
 
+#include "QKFoundation/platform/services/Services.h"
+
 #include "tools/qkinfo/InterruptSignals.h"
 #include "tools/qkinfo/Output.h"
 
@@ -10,7 +12,9 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <exception>
+#include <memory>
 #include <system_error>
 #include <thread>
 
@@ -85,6 +89,17 @@ void waitFor(const Event& done, const InterruptSignals& signals, BusyLineDrawing
     }
 }
 
+/// A loop without a descriptor can only be run, and looked after from within.
+void runByHand(platform::RunLoop& loop, const std::function<bool()>& isDone) {
+    constexpr double kSecondsBetweenLooks = 0.1;
+    const auto look = loop.scheduleTimer(kSecondsBetweenLooks, true, [&] {
+        if (isDone()) {
+            loop.stop();
+        }
+    });
+    loop.run();
+}
+
 } // namespace
 
 void runInBackground(const std::function<void()>& work, const BusyLine& line) {
@@ -105,6 +120,36 @@ void runInBackground(const std::function<void()>& work, const BusyLine& line) {
     if (failure != nullptr) {
         std::rethrow_exception(failure);
     }
+}
+
+void drawBusyLine(const BusyLine& line) {
+    BusyLineDrawing(line).drawNextFrame();
+}
+
+void serveMainLoop(const std::function<bool()>& isDone, const BusyLine& line) {
+    const std::shared_ptr<platform::RunLoop> loop = platform::services()->dispatch->mainRunLoop();
+    if (loop->fileDescriptor() == -1) {
+        runByHand(*loop, isDone);
+        return;
+    }
+    const InterruptSignals signals;
+    BusyLineDrawing drawing(line);
+    // The loop may have so much to do that nothing ever has to be waited for.
+    auto nextFrame = std::chrono::steady_clock::now();
+    while (!isDone()) {
+        if (const auto now = std::chrono::steady_clock::now(); now >= nextFrame) {
+            drawing.drawNextFrame();
+            nextFrame = now + std::chrono::milliseconds(kFrameMilliseconds);
+        }
+        std::array<pollfd, 2> waiting{pollfd{loop->fileDescriptor(), POLLIN, 0}, pollfd{signals.fd(), POLLIN, 0}};
+        const int ready = poll(waiting.data(), waiting.size(), drawing.isVisible() ? kFrameMilliseconds : -1);
+        if (ready > 0 && waiting[1].revents != 0) {
+            drawing.clear();
+            signals.dieOfReceived();
+        }
+        loop->drain();
+    }
+    drawing.clear();
 }
 
 } // namespace qk::info

@@ -19,4 +19,11 @@ struct BusyLine {
 /// children that `work` may have started are told to end.
 void runInBackground(const std::function<void()>& work, const BusyLine& line);
 
+/// Draws the line once, for work that comes before the waiting.
+void drawBusyLine(const BusyLine& line);
+
+/// Serves the main run loop, on the main thread, until `isDone`, which what the loop calls makes true. The line and the
+/// signals are as for `runInBackground`.
+void serveMainLoop(const std::function<bool()>& isDone, const BusyLine& line);
+
 } // namespace qk::info

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/qkinfo/CommandLine.h"
 
+#include "tools/qkinfo/CommandOptions.h"
 #include "tools/qkinfo/DisplayText.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <cmath>
 #include <map>
 
 namespace qk::info {
@@ -29,37 +28,13 @@ constexpr std::string_view kTypes = "types";
 constexpr std::string_view kFormat = "format";
 constexpr std::string_view kField = "field";
 constexpr std::string_view kNotify = "notify";
+constexpr std::string_view kNetwork = "network";
+constexpr std::string_view kObserve = "observe";
+
+// Whatever an argument of these looks like, it may be a text.
+constexpr std::array kTakingTexts{kTranslate, kTypes, kFormat, kNotify, kRecentKey, kObserve};
 
 constexpr const char* kVersionLine = "qkinfo " QKINFO_VERSION;
-
-std::optional<std::chrono::milliseconds> intervalOf(const std::string& text) {
-    constexpr double kShortest = 0.1;
-    constexpr double kLongest = 3600;
-    constexpr double kMillisecondsOfSecond = 1000;
-    double seconds = 0;
-    const char* const end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, seconds, std::chars_format::fixed);
-    // Written so that a value that is not a number fails as well.
-    if (error != std::errc() || rest != end || !(seconds >= kShortest && seconds <= kLongest)) {
-        return std::nullopt;
-    }
-    return std::chrono::milliseconds(std::llround(seconds * kMillisecondsOfSecond));
-}
-
-std::string checkInterval(const std::string& text) {
-    return intervalOf(text).has_value() ? "" : "\"" + text + "\" is not a number from 0.1 to 3600";
-}
-
-std::string checkUTF8(const std::string& text) {
-    return NSString::fromUTF8(text).has_value() ? "" : "\"" + text + "\" is not UTF-8";
-}
-
-std::optional<std::uint64_t> countOf(const std::string& text) {
-    std::uint64_t count = 0;
-    const char* const end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, count);
-    return error == std::errc() && rest == end && count > 0 ? std::optional(count) : std::nullopt;
-}
 
 /// The library for the command line takes "[a,b]" for two values, and "--" for the end of a command that has what it
 /// needs. It leaves what begins with a zero byte, as no argument does.
@@ -73,6 +48,10 @@ std::vector<std::string> marked(const std::vector<std::string>& arguments) {
         }
         const bool isMisread = argument.starts_with('[') || (isText && argument.starts_with('-'));
         result.push_back((isMisread ? std::string(1, '\0') : "") + argument);
+        const std::size_t value = argument.find("=[");
+        if (!isText && argument.starts_with("--") && value != std::string::npos && value == argument.find('=')) {
+            result.back().insert(value + 1, 1, '\0');
+        }
     }
     return result;
 }
@@ -96,10 +75,14 @@ public:
         app_.require_subcommand(0, 1);
         CLI::App& report = addCommand(std::string(kReport), "All that is known, in sections");
         report.add_flag("--no-updates", noUpdates_, "Do not ask for updates, which can take seconds");
+        report.add_flag("--no-recent", noRecent_, "Leave out what the user worked with");
         for (const Command& command : commands()) {
             addCommand(std::string(command.name), std::string(command.summary));
         }
-        addWatch();
+        addNetworkOptions(*app_.get_subcommand(std::string(kNetwork)), network_);
+        addRecentOptions(*app_.get_subcommand(std::string(kRecentKey)), recent_);
+        addWatchOptions(addCommand(std::string(kWatch), "The machine under load, again and again"), watch_);
+        addObserveOptions(addPlainCommand(std::string(kObserve), "Files that change, as they do"), observe_);
         addTranslate();
         addTypes();
         addFormat();
@@ -108,7 +91,6 @@ public:
     }
 
     void parse(const std::vector<std::string>& arguments) {
-        static constexpr std::array kTakingTexts{kTranslate, kTypes, kFormat, kNotify};
         const bool takesTexts =
             !arguments.empty() && std::ranges::find(kTakingTexts, arguments.front()) != kTakingTexts.end();
         std::vector<std::string> reversed = takesTexts ? marked(arguments) : arguments;
@@ -161,9 +143,25 @@ public:
             unmark(invocation.options.name);
             return invocation;
         }
+        if (chosen == kNetwork) {
+            return NetworkInvocation{network_, json_, color_};
+        }
+        if (chosen == kRecentKey) {
+            RecentInvocation invocation{recent_, json_, color_};
+            if (invocation.options.home.has_value()) {
+                unmark(*invocation.options.home);
+            }
+            return invocation;
+        }
+        if (chosen == kObserve) {
+            ObserveInvocation invocation{observe_, json_};
+            std::ranges::for_each(invocation.options.paths, unmark);
+            std::ranges::for_each(invocation.options.names, unmark);
+            return invocation;
+        }
         Invocation invocation{{}, chosen == kReport, json_, color_};
         for (const Command& command : commands()) {
-            const bool skipped = noUpdates_ && command.name == "updates";
+            const bool skipped = (noUpdates_ && command.name == "updates") || (noRecent_ && command.name == kRecentKey);
             if (command.name == chosen || (invocation.report && !skipped)) {
                 invocation.commands.push_back(&command);
             }
@@ -172,26 +170,6 @@ public:
     }
 
 private:
-    void addWatch() {
-        CLI::App& watch = addCommand(std::string(kWatch), "The machine under load, again and again");
-        watch
-            .add_option_function<std::string>(
-                "--interval", [this](const std::string& text) { watch_.interval = intervalOf(text).value(); },
-                "Seconds between samples, 0.1 to 3600 (default 1)")
-            ->type_name("S")
-            ->take_last()
-            ->check(checkInterval);
-        watch
-            .add_option_function<std::string>(
-                "--count", [this](const std::string& text) { watch_.count = countOf(text); },
-                "End after so many samples")
-            ->type_name("N")
-            ->take_last()
-            ->check([](const std::string& text) {
-                return countOf(text).has_value() ? "" : "\"" + text + "\" is not a whole number from 1";
-            });
-    }
-
     void addTranslate() {
         CLI::App& translate = addPlainCommand(std::string(kTranslate), "A text of an application's bundle, formatted");
         translate.add_option("--bundle", translate_.bundle, "The folder that holds the texts")
@@ -231,19 +209,7 @@ private:
         CLI::App& notify = *app_.add_subcommand(std::string(kNotify), "Calls a name out to the user's programs");
         notify.group("Commands");
         notify.footer("Exit status: 0, 1 when the time is over, or 2 with one line on standard error.");
-        CLI::Option* wait = notify.add_flag("--wait", notify_.waits, "Wait until another program does");
-        notify
-            .add_option_function<std::string>(
-                "--timeout", [this](const std::string& text) { notify_.timeout = intervalOf(text); },
-                "Seconds to wait at most, 0.1 to 3600")
-            ->type_name("S")
-            ->take_last()
-            ->needs(wait)
-            ->check(checkInterval);
-        notify.add_option("NAME", notify_.name, "The name of the notification")
-            ->type_name("")
-            ->required()
-            ->check(checkUTF8);
+        addNotifyOptions(notify, notify_);
     }
 
     void addFieldKind(CLI::App& command) {
@@ -287,6 +253,10 @@ private:
     CLI::App app_;
     bool json_ = false;
     bool noUpdates_ = false;
+    bool noRecent_ = false;
+    NetworkOptions network_;
+    RecentOptions recent_;
+    ObserveOptions observe_;
     WatchOptions watch_;
     TranslateOptions translate_;
     TypesOptions types_;
@@ -305,7 +275,7 @@ UsageError unexpectedArgument(const std::vector<std::string>& arguments, const s
     const auto first = std::ranges::find_if_not(arguments, isOption);
     const auto isCommand = [](const std::string& argument) {
         return argument == kReport || argument == kWatch || argument == kTranslate || argument == kTypes ||
-               argument == kFormat || argument == kField || argument == kNotify ||
+               argument == kFormat || argument == kField || argument == kNotify || argument == kObserve ||
                std::ranges::count(commands(), argument, &Command::name) > 0;
     };
     if (first != arguments.end() && !isCommand(*first)) {

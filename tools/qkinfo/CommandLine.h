@@ -3,7 +3,10 @@
 
 #include "tools/qkinfo/Commands.h"
 #include "tools/qkinfo/Terminal.h"
+#include "tools/qkinfo/commands/Network.h"
 #include "tools/qkinfo/commands/Notify.h"
+#include "tools/qkinfo/commands/Observe.h"
+#include "tools/qkinfo/commands/Recent.h"
 #include "tools/qkinfo/commands/Translate.h"
 #include "tools/qkinfo/commands/Types.h"
 #include "tools/qkinfo/field/Format.h"
@@ -59,6 +62,26 @@ struct NotifyInvocation {
     NotifyOptions options;
 };
 
+/// The command line asks for the network.
+struct NetworkInvocation {
+    NetworkOptions options;
+    bool json = false;
+    ColorChoice color = ColorChoice::Auto;
+};
+
+/// The command line asks for recent items.
+struct RecentInvocation {
+    RecentOptions options;
+    bool json = false;
+    ColorChoice color = ColorChoice::Auto;
+};
+
+/// The command line asks to watch files.
+struct ObserveInvocation {
+    ObserveOptions options;
+    bool json = false;
+};
+
 /// The command line asks for a text that is known: the help, or the version.
 struct PlainText {
     std::string text;
@@ -69,8 +92,9 @@ struct UsageError {
     std::string message;
 };
 
-using ParsedCommandLine = std::variant<Invocation, WatchInvocation, TranslateInvocation, TypesInvocation,
-                                       FormatInvocation, FieldInvocation, NotifyInvocation, PlainText, UsageError>;
+using ParsedCommandLine =
+    std::variant<Invocation, WatchInvocation, TranslateInvocation, TypesInvocation, FormatInvocation, FieldInvocation,
+                 NotifyInvocation, NetworkInvocation, RecentInvocation, ObserveInvocation, PlainText, UsageError>;
 
 /// `arguments` are those behind the program's name, in the encoding that they came in.
 [[nodiscard]] ParsedCommandLine parseCommandLine(const std::vector<std::string>& arguments);

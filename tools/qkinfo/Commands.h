@@ -22,10 +22,13 @@ struct Command {
     std::string_view name;    ///< on the command line and in the JSON
     std::string_view title;   ///< above the section
     std::string_view summary; ///< for the help text
-    std::string_view busy;    ///< what is said while it takes its time; "" when it takes none
+    std::string_view busy;    ///< what is said while it takes its time; "" when it takes none, or says so itself
 
-    /// Asks the machine. Nothing when it tells nothing of all this. Raises `NSException` when an operation fails.
+    /// Asks the machine, on the main thread unless it is `busy`. Nothing when it tells nothing of all this. Raises
+    /// `NSException` when an operation fails.
     std::optional<Body> (*gather)(const Surroundings& surroundings);
+
+    std::size_t mostInReport = 10; ///< of a list, for people
 };
 
 /// All of them, in the order of the report.

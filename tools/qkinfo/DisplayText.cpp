@@ -92,6 +92,21 @@ std::size_t goodBreak(std::wstring_view text, std::size_t end) {
     return mark != std::wstring_view::npos && mark >= end / 2 ? mark + 1 : end;
 }
 
+// Where the end of `text` begins that goes into `width` columns, with a character that has a column of its own.
+std::size_t startOfEnd(std::wstring_view text, std::size_t width) {
+    std::size_t start = text.size();
+    std::size_t columns = 0;
+    for (std::size_t index = text.size(); index-- > 0;) {
+        const std::size_t own = columnsOf(text[index], index > 0 ? text[index - 1] : L'\0');
+        columns += own;
+        if (columns > width) {
+            break;
+        }
+        start = own > 0 ? index : start;
+    }
+    return start;
+}
+
 std::wstring_view withoutBlanksAtEnd(std::wstring_view text) {
     return text.substr(0, text.find_last_not_of(L' ') + 1);
 }
@@ -139,6 +154,14 @@ std::wstring displayCharacter(wchar_t character) {
     return text;
 }
 
+std::wstring displayExact(std::string_view utf8) {
+    std::wstring text;
+    for (const wchar_t character : NSString::fromUTF8Lossy(utf8).utf32Lossy()) {
+        appendShown(text, character);
+    }
+    return text;
+}
+
 std::size_t displayWidth(std::wstring_view text) {
     std::size_t columns = 0;
     for (std::size_t index = 0; index < text.size(); ++index) {
@@ -163,6 +186,19 @@ std::vector<std::wstring> wrapped(std::wstring_view text, std::size_t width) {
 
 std::wstring_view clipped(std::wstring_view text, std::size_t width) {
     return text.substr(0, fitting(text, width));
+}
+
+std::wstring elided(std::wstring_view text, std::size_t width) {
+    constexpr std::wstring_view kMark = L"...";
+    if (displayWidth(text) <= width) {
+        return std::wstring(text);
+    }
+    if (width <= kMark.size()) {
+        return std::wstring(clipped(text, width));
+    }
+    std::wstring result(clipped(text, (width - kMark.size()) / 2));
+    const std::size_t room = width - kMark.size() - displayWidth(result);
+    return result.append(kMark).append(text.substr(startOfEnd(text, room)));
 }
 
 std::string displayBytes(std::wstring_view text) {

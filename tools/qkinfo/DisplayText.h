@@ -26,6 +26,10 @@ namespace qk::info {
 /// the others, so a tab is "\x09".
 [[nodiscard]] std::wstring displayCharacter(wchar_t character);
 
+/// A text of any length of which no character may be lost, such as a path: one line, each character as
+/// `displayCharacter` shows it.
+[[nodiscard]] std::wstring displayExact(std::string_view utf8);
+
 inline constexpr std::size_t kLongestDisplayText = 2000;
 
 /// The number of columns that `text`, which `displayText` made, takes on a terminal.
@@ -37,6 +41,10 @@ inline constexpr std::size_t kLongestDisplayText = 2000;
 
 /// The beginning of `text`, which `displayText` made, that takes at most `width` columns.
 [[nodiscard]] std::wstring_view clipped(std::wstring_view text, std::size_t width);
+
+/// `text`, which `displayText` or `displayExact` made, in at most `width` columns: "..." is in the place of the middle
+/// of one that is wider.
+[[nodiscard]] std::wstring elided(std::wstring_view text, std::size_t width);
 
 /// `text`, which `displayText` made, in UTF-8.
 [[nodiscard]] std::string displayBytes(std::wstring_view text);

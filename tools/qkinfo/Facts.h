@@ -43,8 +43,33 @@ struct Milliseconds {
     friend bool operator==(const Milliseconds&, const Milliseconds&) = default;
 };
 
+struct BitsPerSecond {
+    std::uint64_t number;
+    friend bool operator==(const BitsPerSecond&, const BitsPerSecond&) = default;
+};
+
 /// Names of things, as many as there are.
 using Names = std::vector<std::string>;
+
+/// Texts, as many as there are, each of which people find on a line of its own.
+struct Lines {
+    std::vector<std::string> texts;
+    friend bool operator==(const Lines&, const Lines&) = default;
+};
+
+/// Yes or no, for which people have words of their own.
+struct Choice {
+    bool value;
+    std::string_view yes; ///< "up"
+    std::string_view no;  ///< "down"
+    friend bool operator==(const Choice&, const Choice&) = default;
+};
+
+/// The path of a file, in which every character counts, blanks too.
+struct Path {
+    std::string text;
+    friend bool operator==(const Path&, const Path&) = default;
+};
 
 /// Whole seconds since 1970-01-01 00:00:00 UTC, in a year from 0 to 9999.
 struct Moment {
@@ -52,8 +77,15 @@ struct Moment {
     friend bool operator==(const Moment&, const Moment&) = default;
 };
 
+/// A moment of which people want to know the date and the time, not how long ago it was.
+struct Date {
+    Moment moment;
+    friend bool operator==(const Date&, const Date&) = default;
+};
+
 /// What a fact says. Texts are well-formed UTF-8 and not blank; they come from the machine and may hold anything else.
-using Content = std::variant<std::string, bool, Count, Bytes, Megahertz, Percent, Milliseconds, Names, Moment>;
+using Content = std::variant<std::string, bool, Count, Bytes, Megahertz, Percent, Milliseconds, BitsPerSecond, Names,
+                             Lines, Choice, Path, Moment, Date>;
 
 /// Who is shown a fact.
 enum class Audience {
@@ -72,6 +104,12 @@ struct Fact {
 
 using Facts = std::vector<Fact>;
 
+/// How people see the records of a list.
+enum class ListForm {
+    Table,  ///< a row each
+    Blocks, ///< facts below each other, under what the first of them says
+};
+
 /// Things of one kind. All records have the same keys, in the same order.
 struct List {
     std::vector<Facts> records;
@@ -79,6 +117,7 @@ struct List {
     std::string_view one;                                                ///< what a record is called: "update"
     std::string_view many;                                               ///< "updates"
     std::size_t mostForPeople = std::numeric_limits<std::size_t>::max(); ///< the text stops there and says so
+    ListForm form = ListForm::Table;
 };
 
 using Body = std::variant<Facts, List>;

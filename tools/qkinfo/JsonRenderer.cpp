@@ -19,8 +19,13 @@ struct ContentJson {
     Json operator()(Megahertz frequency) const { return frequency.number; }
     Json operator()(Percent percent) const { return percent.number; }
     Json operator()(Milliseconds duration) const { return duration.number; }
+    Json operator()(BitsPerSecond speed) const { return speed.number; }
     Json operator()(const Names& names) const { return names; }
+    Json operator()(const Lines& lines) const { return lines.texts; }
+    Json operator()(const Choice& choice) const { return choice.value; }
+    Json operator()(const Path& path) const { return path.text; }
     Json operator()(Moment moment) const { return utcTimeText(moment); }
+    Json operator()(Date date) const { return utcTimeText(date.moment); }
 };
 
 struct BodyJson {

@@ -9,6 +9,7 @@
 #include "tools/qkinfo/JsonRenderer.h"
 #include "tools/qkinfo/Output.h"
 #include "tools/qkinfo/TextRenderer.h"
+#include "tools/qkinfo/commands/RecentFollowing.h"
 #include "tools/qkinfo/field/Field.h"
 #include "tools/qkinfo/field/FieldCells.h"
 #include "tools/qkinfo/watch/Watch.h"
@@ -54,29 +55,27 @@ int print(const std::string& text) {
 
 std::vector<Section> gather(const Invocation& invocation, const Surroundings& surroundings) {
     std::vector<Section> sections;
-    BusyLine line;
     for (const Command* command : invocation.commands) {
-        line.text = command->busy.empty() ? line.text : std::string(command->busy);
-    }
-    const auto work = [&] {
-        for (const Command* command : invocation.commands) {
+        const auto work = [&] {
             sections.push_back(invocation.report ? sectionForReport(*command, surroundings)
                                                  : sectionOf(*command, surroundings));
+        };
+        if (command->busy.empty()) {
+            work();
+        } else {
+            const int fd = terminalAt(STDERR_FILENO).takesSequences ? STDERR_FILENO : -1;
+            runInBackground(work, {fd, std::string(command->busy)});
         }
-    };
-    if (line.text.empty()) {
-        work();
-    } else {
-        line.fd = terminalAt(STDERR_FILENO).takesSequences ? STDERR_FILENO : -1;
-        runInBackground(work, line);
     }
     return sections;
 }
 
-int printText(const std::vector<Section>& sections, ColorChoice color, const Surroundings& surroundings) {
+int printText(const std::vector<Section>& sections, ColorChoice color, const Surroundings& surroundings,
+              PathStyle pathsInPipe = PathStyle::Wrapped) {
     const Terminal output = terminalAt(STDOUT_FILENO);
     const char* const noColor = std::getenv("NO_COLOR"); // NOLINT(concurrency-mt-unsafe): the worker has ended
-    return print(renderText(sections, {output.width, usesColor(color, output, noColor), surroundings.clock->moment()}));
+    return print(renderText(sections, {output.width, usesColor(color, output, noColor), surroundings.clock->moment(),
+                                       output.isTerminal ? PathStyle::Elided : pathsInPipe}));
 }
 
 int answer(const Invocation& invocation, const Surroundings& surroundings) {
@@ -135,6 +134,38 @@ int answer(const NotifyInvocation& invocation) {
     return print((terminalAt(STDOUT_FILENO).isTerminal ? displayLine(name) : name) + "\n");
 }
 
+int answer(const NetworkInvocation& invocation, const Surroundings& surroundings) {
+    const std::vector sections{Section{"network", "Network", networkList(invocation.options)}};
+    return invocation.json ? print(renderJson(sections)) : printText(sections, invocation.color, surroundings);
+}
+
+int answer(const RecentInvocation& invocation, const Surroundings& surroundings) {
+    if (invocation.options.follows) {
+        return outcomeOfPrinting(
+            followRecentItems(invocation.options, invocation.json, invocation.color, *surroundings.clock));
+    }
+    const std::vector sections{recentSection(invocation.options)};
+    return invocation.json ? print(renderJson(sections))
+                           : printText(sections, invocation.color, surroundings, PathStyle::Whole);
+}
+
+int answer(const ObserveInvocation& invocation, const Surroundings& surroundings) {
+    const std::vector<std::string>& paths = invocation.options.paths;
+    const std::string watched =
+        paths.size() == 1 ? "\"" + paths.front() + "\"" : std::to_string(paths.size()) + " paths";
+    int error = 0;
+    const auto show = [&](const Changes& changes) {
+        const Moment time = surroundings.clock->moment();
+        error = writeAll(STDOUT_FILENO, invocation.json ? changesJsonLine(changes, time) : changeLines(changes, time));
+        return error == 0;
+    };
+    if (observe(
+            invocation.options, [&] { say("watching " + watched); }, show) == ObserveEnd::TimedOut) {
+        say("the time is over, and other things have changed");
+    }
+    return outcomeOfPrinting(error);
+}
+
 } // namespace
 
 int runProgram(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
@@ -163,6 +194,15 @@ int runProgram(const std::vector<std::string>& arguments, const Surroundings& su
         }
         if (const auto* notifying = std::get_if<NotifyInvocation>(&parsed)) {
             return answer(*notifying);
+        }
+        if (const auto* asking = std::get_if<NetworkInvocation>(&parsed)) {
+            return answer(*asking, surroundings);
+        }
+        if (const auto* looking = std::get_if<RecentInvocation>(&parsed)) {
+            return answer(*looking, surroundings);
+        }
+        if (const auto* observing = std::get_if<ObserveInvocation>(&parsed)) {
+            return answer(*observing, surroundings);
         }
         return answer(std::get<Invocation>(parsed), surroundings);
     } catch (const NSException& exception) {

@@ -32,6 +32,12 @@ std::string formatted(const char* format, const std::tm& time) {
     return {text.data(), std::strftime(text.data(), text.size(), format, &time)};
 }
 
+std::string localText(const char* format, Moment moment) {
+    const auto seconds = static_cast<std::time_t>(moment.seconds);
+    std::tm time{};
+    return localtime_r(&seconds, &time) != nullptr ? formatted(format, time) : utcTimeText(moment);
+}
+
 } // namespace
 
 std::string bytesText(Bytes bytes) {
@@ -83,6 +89,22 @@ std::string frequencyText(Megahertz frequency) {
     return std::to_string(hundredths / 100) + "." + twoDigits(hundredths % 100) + " GHz (" + exact + ")";
 }
 
+std::string speedText(BitsPerSecond speed) {
+    constexpr std::uint64_t kThousand = 1000;
+    constexpr std::array<std::string_view, 7> kUnits{"bit/s",  "kbit/s", "Mbit/s", "Gbit/s",
+                                                     "Tbit/s", "Pbit/s", "Ebit/s"};
+    std::size_t index = 0;
+    std::uint64_t unit = 1;
+    const auto tenths = [&] { return speed.number / unit * 10 + (speed.number % unit * 10 + unit / 2) / unit; };
+    // As for sizes, rounding may reach the next unit.
+    while (index + 1 < kUnits.size() && tenths() >= kThousand * 10) {
+        unit *= kThousand;
+        ++index;
+    }
+    const std::string fraction = tenths() % 10 != 0 ? "." + std::to_string(tenths() % 10) : "";
+    return std::to_string(tenths() / 10) + fraction + " " + std::string(kUnits[index]);
+}
+
 std::string durationText(std::int64_t seconds) {
     const auto minutes = static_cast<std::uint64_t>(seconds) / 60;
     const std::uint64_t days = minutes / kMinutesOfDay;
@@ -91,9 +113,11 @@ std::string durationText(std::int64_t seconds) {
 }
 
 std::string localTimeText(Moment moment) {
-    const auto seconds = static_cast<std::time_t>(moment.seconds);
-    std::tm time{};
-    return localtime_r(&seconds, &time) != nullptr ? formatted("%Y-%m-%d %H:%M:%S %Z", time) : utcTimeText(moment);
+    return localText("%Y-%m-%d %H:%M:%S %Z", moment);
+}
+
+std::string localMinuteText(Moment moment) {
+    return localText("%Y-%m-%d %H:%M", moment);
 }
 
 std::string bootTimeText(Moment moment, Moment now) {

@@ -27,11 +27,17 @@ namespace qk::info {
 /// "2.60 GHz (2599 MHz)", "800 MHz".
 [[nodiscard]] std::string frequencyText(Megahertz frequency);
 
+/// "1 Gbit/s", "2.5 Gbit/s", "866.7 Mbit/s", "300 bit/s". Rounded half up to one decimal.
+[[nodiscard]] std::string speedText(BitsPerSecond speed);
+
 /// "2:14", "1 day, 0:05", "3 days, 2:14": days, hours and minutes, seconds dropped. `seconds` is not negative.
 [[nodiscard]] std::string durationText(std::int64_t seconds);
 
 /// "2024-05-01 10:22:33 CEST": local time.
 [[nodiscard]] std::string localTimeText(Moment moment);
+
+/// "2024-05-01 10:22": local time, for places without room for more.
+[[nodiscard]] std::string localMinuteText(Moment moment);
 
 /// The local time and how long ago it was: "2024-05-01 10:22:33 CEST, up 3 days, 2:14". A moment that `now` has not
 /// reached, on a machine whose clock was set, is the local time alone.

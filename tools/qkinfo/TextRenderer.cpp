@@ -3,6 +3,7 @@
 
 #include "tools/qkinfo/DisplayText.h"
 #include "tools/qkinfo/Quantities.h"
+#include "tools/qkinfo/TextPage.h"
 
 #include <algorithm>
 #include <numeric>
@@ -11,18 +12,10 @@ namespace qk::info {
 
 namespace {
 
-constexpr std::size_t kIndent = 2;
-constexpr std::size_t kGap = 2;
-constexpr std::size_t kNarrowestValue = 24;
 constexpr std::size_t kNarrowestColumn = 8;
 
 // Table cells are narrow.
 constexpr std::string_view kAbsentCell = "not reported";
-
-constexpr std::string_view kTitleColor = "\x1b[1m";
-constexpr std::string_view kLabelColor = "\x1b[36m";
-constexpr std::string_view kAbsentColor = "\x1b[2m";
-constexpr std::string_view kPlain = "\x1b[0m";
 
 struct ContentText {
     const TextStyle& style;
@@ -35,83 +28,41 @@ struct ContentText {
     std::string operator()(Megahertz frequency) const { return frequencyText(frequency); }
     std::string operator()(Percent percent) const { return percentText(percent); }
     std::string operator()(Milliseconds duration) const { return millisecondsText(duration); }
+    std::string operator()(BitsPerSecond speed) const { return speedText(speed); }
     std::string operator()(const Names& names) const { return namesText(names); }
+    std::string operator()(const Lines& lines) const { return namesText(lines.texts); }
+    std::string operator()(const Choice& choice) const { return std::string(choice.value ? choice.yes : choice.no); }
+    std::string operator()(const Path& path) const { return path.text; }
     std::string operator()(Moment moment) const { return bootTimeText(moment, style.now); }
+    std::string operator()(Date date) const {
+        return inTable ? localMinuteText(date.moment) : localTimeText(date.moment);
+    }
 };
 
-std::wstring textOf(const Fact& fact, const TextStyle& style) {
-    return displayText(fact.content.has_value() ? std::visit(ContentText{style, false}, *fact.content)
-                                                : std::string(kAbsentText));
+const Path* pathIn(const Fact& fact) {
+    return fact.content.has_value() ? std::get_if<Path>(&*fact.content) : nullptr;
 }
 
-std::wstring cellTextOf(const Fact& fact, const TextStyle& style) {
-    return displayText(fact.content.has_value() ? std::visit(ContentText{style, true}, *fact.content)
-                                                : std::string(kAbsentCell));
+std::wstring textOf(const Fact& fact, const TextStyle& style, bool inTable) {
+    if (const Path* path = pathIn(fact)) {
+        return displayExact(path->text);
+    }
+    const std::string_view absent = inTable ? kAbsentCell : kAbsentText;
+    return displayText(fact.content.has_value() ? std::visit(ContentText{style, inTable}, *fact.content)
+                                                : std::string(absent));
 }
 
-/// A cell that is broken into lines, in a column of a certain width.
-struct Cell {
-    std::vector<std::wstring> lines;
-    std::size_t width;
-    std::string_view color;
-};
-
-class Page {
-public:
-    explicit Page(const TextStyle& style) : style_(style) {}
-
-    [[nodiscard]] const TextStyle& style() const { return style_; }
-    [[nodiscard]] std::string text() && { return std::move(text_); }
-
-    void startSection(std::string_view title) {
-        if (!text_.empty()) {
-            text_ += '\n';
-        }
-        appendColored(displayText(title), kTitleColor);
-        text_ += '\n';
+std::vector<std::wstring> linesOf(const Fact& fact, const TextStyle& style, std::size_t width) {
+    const Lines* lines = fact.content.has_value() ? std::get_if<Lines>(&*fact.content) : nullptr;
+    if (lines == nullptr || lines->texts.empty()) {
+        return wrapped(textOf(fact, style, false), width);
     }
-
-    /// One row of cells side by side, as high as the highest of them. Nothing is padded behind the last text of a line.
-    void appendRow(const std::vector<Cell>& cells) {
-        std::size_t height = 0;
-        for (const Cell& cell : cells) {
-            height = std::max(height, cell.lines.size());
-        }
-        for (std::size_t line = 0; line < height; ++line) {
-            appendLine(cells, line);
-        }
+    std::vector<std::wstring> all;
+    for (const std::string& text : lines->texts) {
+        std::ranges::move(wrapped(displayText(text), width), std::back_inserter(all));
     }
-
-    void appendSentence(std::string_view sentence, std::string_view color) {
-        const std::size_t width = std::max(style_.width, kIndent + kNarrowestValue) - kIndent;
-        appendRow({Cell{wrapped(displayText(sentence), width), width, color}});
-    }
-
-private:
-    void appendLine(const std::vector<Cell>& cells, std::size_t line) {
-        std::size_t blanks = kIndent;
-        for (const Cell& cell : cells) {
-            if (line >= cell.lines.size() || cell.lines[line].empty()) {
-                blanks += cell.width + kGap;
-                continue;
-            }
-            text_.append(blanks, ' ');
-            appendColored(cell.lines[line], cell.color);
-            const std::size_t width = displayWidth(cell.lines[line]);
-            blanks = kGap + (cell.width > width ? cell.width - width : 0);
-        }
-        text_ += '\n';
-    }
-
-    void appendColored(const std::wstring& text, std::string_view color) {
-        const bool colored = style_.color && !color.empty();
-        text_.append(colored ? color : std::string_view()).append(displayBytes(text));
-        text_.append(colored ? kPlain : std::string_view());
-    }
-
-    const TextStyle& style_;
-    std::string text_;
-};
+    return all;
+}
 
 bool isShown(const Fact& fact) {
     return fact.audience != Audience::Programs;
@@ -121,28 +72,46 @@ std::string_view valueColor(const Fact& fact) {
     return fact.content.has_value() ? std::string_view() : kAbsentColor;
 }
 
+std::size_t widestLabel(std::span<const Fact> facts) {
+    std::size_t widest = 0;
+    for (const Fact& fact : facts) {
+        widest = std::max(widest, isShown(fact) ? displayWidth(displayText(fact.label)) : 0);
+    }
+    return widest;
+}
+
 std::size_t widestLabel(std::span<const Section> sections) {
     std::size_t widest = 0;
     for (const Section& section : sections) {
-        const Facts* facts = section.body.has_value() ? std::get_if<Facts>(&*section.body) : nullptr;
-        if (facts == nullptr) {
-            continue;
-        }
-        for (const Fact& fact : *facts) {
-            widest = std::max(widest, displayWidth(displayText(fact.label)));
+        if (const Facts* facts = section.body.has_value() ? std::get_if<Facts>(&*section.body) : nullptr) {
+            widest = std::max(widest, widestLabel(std::span<const Fact>(*facts)));
         }
     }
     return widest;
 }
 
-void appendFacts(Page& page, const Facts& facts, std::size_t labelWidth) {
-    const std::size_t taken = kIndent + labelWidth + kGap;
+void appendFacts(TextPage& page, std::span<const Fact> facts, std::size_t labelWidth, std::size_t indent = kIndent) {
+    const std::size_t taken = indent + labelWidth + kGap;
     const std::size_t width = std::max(page.style().width, taken + kNarrowestValue) - taken;
     for (const Fact& fact : facts) {
         if (isShown(fact)) {
             page.appendRow({Cell{{displayText(fact.label)}, labelWidth, kLabelColor},
-                            Cell{wrapped(textOf(fact, page.style()), width), width, valueColor(fact)}});
+                            Cell{linesOf(fact, page.style(), width), width, valueColor(fact)}},
+                           indent);
         }
+    }
+}
+
+void appendBlocks(TextPage& page, std::span<const Facts> records) {
+    std::size_t labelWidth = 0;
+    for (const Facts& record : records) {
+        labelWidth = std::max(labelWidth, widestLabel(std::span(record).subspan(1)));
+    }
+    const std::size_t width = std::max(page.style().width, kIndent + kNarrowestValue) - kIndent;
+    for (const Facts& record : records) {
+        page.appendRow({Cell{wrapped(textOf(record.front(), page.style(), false), width), width, kTitleColor}});
+        appendFacts(page, std::span(record).subspan(1), labelWidth, kIndent + kGap);
+        page.appendEmptyLine();
     }
 }
 
@@ -159,46 +128,71 @@ void shrinkToFit(std::vector<std::size_t>& widths, std::size_t available) {
     }
 }
 
-void appendTable(Page& page, std::span<const Facts> records) {
-    std::vector<std::vector<std::wstring>> rows(1);
+struct TableCell {
+    std::wstring text;
+    bool isPath = false;
+};
+using TableRow = std::vector<TableCell>;
+
+std::vector<TableRow> rowsOf(std::span<const Facts> records, const TextStyle& style) {
+    std::vector<TableRow> rows(1);
     for (const Fact& fact : records.front()) {
         if (isShown(fact)) {
-            rows.front().push_back(displayText(fact.label));
+            rows.front().push_back({displayText(fact.label)});
         }
     }
     for (const Facts& record : records) {
-        auto& row = rows.emplace_back();
+        TableRow& row = rows.emplace_back();
         for (const Fact& fact : record) {
             if (isShown(fact)) {
-                row.push_back(cellTextOf(fact, page.style()));
+                row.push_back({textOf(fact, style, true), pathIn(fact) != nullptr});
             }
         }
     }
+    return rows;
+}
+
+std::vector<std::size_t> widthsOf(const std::vector<TableRow>& rows, const TextStyle& style) {
     std::vector<std::size_t> widths(rows.front().size());
-    for (const auto& row : rows) {
-        std::ranges::transform(row, widths, widths.begin(), [](const std::wstring& text, std::size_t width) {
-            return std::max(displayWidth(text), width);
-        });
+    bool isWide = false;
+    for (const TableRow& row : rows) {
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            widths[column] = std::max(displayWidth(row[column].text), widths[column]);
+            isWide = isWide || (row[column].isPath && style.paths == PathStyle::Whole);
+        }
     }
-    shrinkToFit(widths, std::max(page.style().width, kIndent) - kIndent);
-    for (const auto& row : rows) {
+    if (!isWide) {
+        shrinkToFit(widths, std::max(style.width, kIndent) - kIndent);
+    }
+    return widths;
+}
+
+void appendTable(TextPage& page, std::span<const Facts> records) {
+    const std::vector<TableRow> rows = rowsOf(records, page.style());
+    const std::vector<std::size_t> widths = widthsOf(rows, page.style());
+    for (const TableRow& row : rows) {
         std::vector<Cell> cells;
         for (std::size_t column = 0; column < row.size(); ++column) {
             const std::string_view color = &row == &rows.front() ? kLabelColor : std::string_view();
-            cells.push_back(Cell{wrapped(row[column], widths[column]), widths[column], color});
+            const std::size_t width = widths[column];
+            const bool isElided = row[column].isPath && page.style().paths == PathStyle::Elided;
+            cells.push_back(
+                Cell{isElided ? std::vector{elided(row[column].text, width)} : wrapped(row[column].text, width), width,
+                     color});
         }
         page.appendRow(cells);
     }
 }
 
-void appendList(Page& page, const List& list, std::string_view command) {
+void appendList(TextPage& page, const List& list, std::string_view command) {
     if (list.records.empty()) {
         page.appendSentence(list.whenEmpty, {});
         return;
     }
     const std::size_t count = list.records.size();
     const std::size_t shown = std::min(count, list.mostForPeople);
-    appendTable(page, std::span(list.records).first(shown));
+    const auto records = std::span(list.records).first(shown);
+    list.form == ListForm::Blocks ? appendBlocks(page, records) : appendTable(page, records);
     if (shown < count) {
         page.appendSentence("and " + std::to_string(count - shown) + " more: qkinfo " + std::string(command), {});
         return;
@@ -209,7 +203,7 @@ void appendList(Page& page, const List& list, std::string_view command) {
 } // namespace
 
 std::string renderText(std::span<const Section> sections, const TextStyle& style) {
-    Page page(style);
+    TextPage page(style);
     const std::size_t labelWidth = widestLabel(sections);
     for (const Section& section : sections) {
         page.startSection(section.title);

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "QKFoundation/platform/memory/Machine.h"
+
 #include "tools/qkinfo/BackgroundWork.h"
 
 #include <gmock/gmock.h>
@@ -102,6 +104,35 @@ TEST(BackgroundWorkDeathTest, ASignalEndsTheChildrenToo) {
     close(ends[1]);
     EXPECT_EQ(readUntil(ends[0], "(end)"), "");
     close(ends[0]);
+}
+
+TEST(BackgroundWork, ServingTheMainLoopLastsUntilWhatItCallsSaysSo) {
+    const auto ends = makePipe();
+    int calls = 0;
+    const auto timer = platform::services()->dispatch->mainRunLoop()->scheduleTimer(0.001, true, [&calls] { ++calls; });
+    serveMainLoop([&] { return calls >= 3; }, BusyLine{ends[1], "Looking"});
+    EXPECT_GE(calls, 3);
+    close(ends[1]);
+    EXPECT_THAT(readUntil(ends[0], "(end)"),
+                testing::AllOf(testing::StartsWith("\rLooking |"), testing::EndsWith("\r\x1b[K")));
+    close(ends[0]);
+}
+
+TEST(BackgroundWork, ALoopThatIsSteppedByHandIsRun) {
+    const platform::memory::Machine machine;
+    const platform::memory::ScopedMachine installed(machine);
+    bool isDone = false;
+    const auto timer = machine.dispatch.mainRunLoop()->scheduleTimer(60, false, [&] { isDone = true; });
+    serveMainLoop([&] { return isDone; }, {});
+    EXPECT_TRUE(isDone);
+}
+
+TEST(BackgroundWorkDeathTest, ASignalEndsTheServingWithTheLineCleared) {
+    const auto interruptAndServe = [] {
+        platform::services()->dispatch->mainRunLoop()->perform([] { kill(getpid(), SIGINT); });
+        serveMainLoop([] { return false; }, BusyLine{STDERR_FILENO, "Looking"});
+    };
+    EXPECT_EXIT(interruptAndServe(), testing::KilledBySignal(SIGINT), "\r\x1b\\[K$");
 }
 
 } // namespace qk::info

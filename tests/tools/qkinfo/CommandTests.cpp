@@ -190,7 +190,7 @@ TEST_F(Commands, TextAndJsonShowTheSameFacts) {
     machine.kernel.setProcesses({});
     for (const Command& each : commands()) {
         const Section one = sectionOf(each, surroundings());
-        const auto* facts = std::get_if<Facts>(&one.body.value());
+        const auto* facts = one.body.has_value() ? std::get_if<Facts>(&*one.body) : nullptr;
         if (facts == nullptr) {
             continue;
         }

@@ -173,4 +173,30 @@ TEST(DisplayText, ClippingKeepsWholeCharacters) {
     EXPECT_EQ(clipped(L"e\u0301x", 1), L"e\u0301");
 }
 
+TEST(DisplayText, ExactlyNothingIsLost) {
+    EXPECT_EQ(displayExact(""), L"");
+    EXPECT_EQ(displayExact(" a  b\t\n"), L" a  b\\x09\\x0A");
+    EXPECT_EQ(displayExact("\x1b\xff\xe2\x80\xae"), L"\\x1B\ufffd\\u202E");
+    EXPECT_EQ(displayExact(std::string(2 * kLongestDisplayText, 'a')).size(), 2 * kLongestDisplayText);
+}
+
+TEST(DisplayText, ElidingTakesTheMiddle) {
+    EXPECT_EQ(elided(L"", 0), L"");
+    EXPECT_EQ(elided(L"abcdefgh", 8), L"abcdefgh");
+    EXPECT_EQ(elided(L"abcdefgh", 7), L"ab...gh");
+    EXPECT_EQ(elided(L"abcdefgh", 6), L"a...gh");
+    EXPECT_EQ(elided(L"abcdefgh", 4), L"...h");
+    EXPECT_EQ(elided(L"abcdefgh", 3), L"abc");
+    EXPECT_EQ(elided(L"abcdefgh", 0), L"");
+}
+
+TEST(DisplayText, ElidingKeepsWholeCharacters) {
+    EXPECT_EQ(elided(L"\u65e5\u672c\u65e5\u672c", 7), L"\u65e5...\u672c");
+    EXPECT_EQ(elided(L"\u65e5\u672c\u65e5\u672c", 6), L"...\u672c");
+    EXPECT_EQ(elided(L"abcdxe\u0301", 5), L"a...e\u0301");
+    for (std::size_t width = 0; width < 12; ++width) {
+        EXPECT_LE(displayWidth(elided(L"a\u0301\u65e5bcd\u672cxyz\u65e5e\u0301", width)), width);
+    }
+}
+
 } // namespace qk::info

@@ -38,6 +38,11 @@ TEST(JsonRenderer, EveryKindIsRawAndInOrder) {
                                             {"load_percent", "", Percent{12.25}},
                                             {"interval_ms", "", Milliseconds{250}},
                                             {"names", "", Names{"a", "b"}},
+                                            {"lines", "", Lines{{"c"}}},
+                                            {"speed_bits_per_second", "", BitsPerSecond{1000}},
+                                            {"choice", "", Choice{true, "up", "down"}},
+                                            {"path", "", Path{"/a  b"}},
+                                            {"a_date", "", Date{{0}}},
                                             {"a_time", "", Moment{1'714'551'753}},
                                             {"more", "", std::string("too"), Audience::Programs},
                                             {"less", "", std::string("not here"), Audience::People}}}});
@@ -54,6 +59,13 @@ TEST(JsonRenderer, EveryKindIsRawAndInOrder) {
                     "      \"a\",\n"
                     "      \"b\"\n"
                     "    ],\n"
+                    "    \"lines\": [\n"
+                    "      \"c\"\n"
+                    "    ],\n"
+                    "    \"speed_bits_per_second\": 1000,\n"
+                    "    \"choice\": true,\n"
+                    "    \"path\": \"/a  b\",\n"
+                    "    \"a_date\": \"1970-01-01T00:00:00Z\",\n"
                     "    \"a_time\": \"2024-05-01T08:22:33Z\",\n"
                     "    \"more\": \"too\"\n"
                     "  }\n"

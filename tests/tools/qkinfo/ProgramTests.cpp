@@ -64,6 +64,8 @@ TEST(Program, ReportHasASectionForEachSubject) {
     EXPECT_THAT(finished.output, HasSubstr("\n\nMemory\n  Installed "));
     EXPECT_THAT(finished.output, HasSubstr("\n\nVolumes\n  "));
     EXPECT_THAT(finished.output, HasSubstr("\n\nProcesses\n  Processes "));
+    EXPECT_THAT(finished.output, HasSubstr("\n\nNetwork\n  "));
+    EXPECT_THAT(finished.output, HasSubstr("\n\nRecent items\n  "));
     EXPECT_THAT(finished.output, testing::EndsWith("\n\nUpdates\n  Up to date.\n"));
 }
 
@@ -79,6 +81,8 @@ TEST(Program, ReportInAPipeHasEightyColumnsAndNoSequences) {
 TEST(Program, JsonHasAMemberForEachSection) {
     const Workshop workshop;
     const json report = json::parse(workshop.run({"report", "--json"}).output);
+    EXPECT_TRUE(report["network"].is_array());
+    EXPECT_TRUE(report.contains("recent"));
     for (const std::string name : {"os", "hardware", "updates"}) {
         EXPECT_TRUE(report.contains(name));
         const json single = json::parse(workshop.run({name, "--json"}).output);
@@ -133,11 +137,12 @@ TEST(Program, WatchEndsWhenNobodyReads) {
     EXPECT_EQ(finished.error, "");
 }
 
-TEST(Program, ReportLeavesUpdatesOutWhenTold) {
+TEST(Program, ReportLeavesUpdatesAndRecentItemsOutWhenTold) {
     Workshop workshop;
     workshop.removeUpdateTool();
-    const Finished text = workshop.run({"report", "--no-updates"});
+    const Finished text = workshop.run({"report", "--no-updates", "--no-recent"});
     EXPECT_THAT(text.output, Not(HasSubstr("Updates")));
+    EXPECT_THAT(text.output, Not(HasSubstr("Recent items")));
     EXPECT_FALSE(json::parse(workshop.run({"report", "--no-updates", "--json"}).output).contains("updates"));
 }
 

@@ -126,4 +126,22 @@ TEST(Contents, MomentsOutsideOfTheCalendarCountAsNotTold) {
     EXPECT_EQ(at(-0.5), std::optional<Content>(Moment{-1}));
 }
 
+TEST(Quantities, SpeedsAreInTheLargestUnitTheyReach) {
+    EXPECT_EQ(speedText({0}), "0 bit/s");
+    EXPECT_EQ(speedText({300}), "300 bit/s");
+    EXPECT_EQ(speedText({56'000}), "56 kbit/s");
+    EXPECT_EQ(speedText({866'700'000}), "866.7 Mbit/s");
+    EXPECT_EQ(speedText({999'949'999}), "999.9 Mbit/s");
+    EXPECT_EQ(speedText({999'950'000}), "1 Gbit/s");
+    EXPECT_EQ(speedText({2'500'000'000}), "2.5 Gbit/s");
+    EXPECT_EQ(speedText({400'000'000'000}), "400 Gbit/s");
+    EXPECT_EQ(speedText({UINT64_MAX}), "18.4 Ebit/s");
+}
+
+TEST(Quantities, MinutesAreInLocalTime) {
+    const ScopedTimeZone zone("CET-1");
+    EXPECT_EQ(localMinuteText({0}), "1970-01-01 01:00");
+    EXPECT_EQ(localMinuteText({59}), "1970-01-01 01:00");
+}
+
 } // namespace qk::info

@@ -43,7 +43,7 @@ private:
 TEST(OnATerminal, TheReportIsColoredAndAsWideAsTheTerminal) {
     Workshop workshop;
     workshop.setVariable("TERM=xterm");
-    const Finished finished = OnTerminal(workshop, {"report", "--no-updates"}).finish();
+    const Finished finished = OnTerminal(workshop, {"report", "--no-updates", "--no-recent"}).finish();
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, StartsWith("\x1b[1mOperating system\x1b[0m\r\n"));
     std::size_t columns = 0;

@@ -182,4 +182,62 @@ TEST(TextRenderer, ColorIsUsedOnlyWhereItIsAskedFor) {
     EXPECT_EQ(stripped, plain);
 }
 
+TEST(TextRenderer, LinesStandBelowEachOther) {
+    EXPECT_EQ(render({facts({{"a", "Servers", Lines{{"one", "two words"}}}, {"b", "None", Lines{}}})}, TextStyle{30}),
+              "Some\n"
+              "  Servers  one\n"
+              "           two words\n"
+              "  None     none\n");
+    EXPECT_EQ(render({updatesOf({update("a", "1", Lines{{"x", "y"}})})}), "Updates\n"
+                                                                          "  Name  Version  Size  Restart\n"
+                                                                          "  a     1        x, y  no\n"
+                                                                          "  1 update.\n");
+}
+
+TEST(TextRenderer, ChoicesHaveWordsAndSpeedsUnits) {
+    EXPECT_EQ(render({facts({{"a", "Link", Choice{true, "up", "down"}},
+                             {"b", "Power", Choice{false, "on", "off"}},
+                             {"c", "Speed", BitsPerSecond{1'000'000'000}}})}),
+              "Some\n  Link   up\n  Power  off\n  Speed  1 Gbit/s\n");
+}
+
+TEST(TextRenderer, AListCanBeBlocks) {
+    List list{{}, "None.", "thing", "things"};
+    list.form = ListForm::Blocks;
+    const auto shown = [&](const TextStyle& style = {}) {
+        return render({Section{"things", "Things", Body(list)}}, style);
+    };
+    EXPECT_EQ(shown(), "Things\n  None.\n");
+    list.records = {{{"name", "Name", std::string("first")}, {"size", "Size", Count{1}}},
+                    {{"name", "Name", std::nullopt},
+                     {"size", "Size", std::nullopt},
+                     {"id", "A very long label", Count{7}, Audience::Programs}}};
+    EXPECT_EQ(shown(), "Things\n"
+                       "  first\n"
+                       "    Size  1\n"
+                       "\n"
+                       "  not reported by this system\n"
+                       "    Size  not reported by this system\n"
+                       "\n"
+                       "  2 things.\n");
+    EXPECT_THAT(shown(TextStyle{80, true}), testing::HasSubstr("  \x1b[1mfirst\x1b[0m\n    \x1b[36mSize\x1b[0m  1\n"));
+    list.mostForPeople = 1;
+    EXPECT_EQ(shown(), "Things\n  first\n    Size  1\n\n  and 1 more: qkinfo things\n");
+}
+
+TEST(TextRenderer, PathsKeepTheirBlanksAndGoWhereTheyAreTold) {
+    const std::string path = "/a  b/" + std::string(40, 'x') + "/end";
+    const auto shown = [&](PathStyle paths) {
+        const List list{{{{"kind", "Kind", std::string("file")}, {"path", "Path", Path{path}}}}, "", "file", ""};
+        return render({Section{"files", "Files", Body(list)}}, TextStyle{40, false, {}, paths});
+    };
+    EXPECT_EQ(shown(PathStyle::Whole), "Files\n  Kind  Path\n  file  " + path + "\n  1 file.\n");
+    EXPECT_EQ(shown(PathStyle::Elided), "Files\n"
+                                        "  Kind  Path\n"
+                                        "  file  /a  b/xxxxxxxx...xxxxxxxxxxx/end\n"
+                                        "  1 file.\n");
+    EXPECT_EQ(widestLine(shown(PathStyle::Wrapped)), 40U);
+    EXPECT_EQ(render({facts({{"path", "Path", Path{"/a  b\n"}}})}), "Some\n  Path  /a  b\\x0A\n");
+}
+
 } // namespace qk::info

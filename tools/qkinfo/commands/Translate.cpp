@@ -5,40 +5,16 @@
 #include "QKFoundation/platform/services/NSBundle.h"
 
 #include "tools/qkinfo/DisplayText.h"
+#include "tools/qkinfo/PathText.h"
 
-#include <algorithm>
-#include <filesystem>
 #include <stdexcept>
 
 namespace qk::info {
 
 namespace {
 
-/// The string by which the library knows a path: a byte that is malformed is the lone surrogate U+DC00 + byte.
-NSString pathString(std::string_view bytes) {
-    constexpr std::size_t kLongestCharacter = 4;
-    constexpr char16_t kByteSurrogates = 0xDC00;
-    NSMutableString path;
-    while (!bytes.empty()) {
-        std::size_t length = 1;
-        std::optional<NSString> character = NSString::fromUTF8(bytes.substr(0, length));
-        while (!character.has_value() && length < std::min(bytes.size(), kLongestCharacter)) {
-            character = NSString::fromUTF8(bytes.substr(0, ++length));
-        }
-        if (character.has_value()) {
-            path.append(*character);
-            bytes.remove_prefix(length);
-        } else {
-            path.append(static_cast<char16_t>(kByteSurrogates + static_cast<unsigned char>(bytes.front())));
-            bytes.remove_prefix(1);
-        }
-    }
-    return path.copy();
-}
-
 std::shared_ptr<NSBundle> bundleAt(const std::string& folder) {
-    auto bundle =
-        folder.empty() ? nullptr : NSBundle::bundleWithPath(pathString(std::filesystem::absolute(folder).string()));
+    auto bundle = folder.empty() ? nullptr : NSBundle::bundleWithPath(absolutePathString(folder));
     if (bundle == nullptr) {
         throw std::runtime_error("there is no folder \"" + folder + "\"");
     }
