@@ -2,6 +2,10 @@
 #include "QKFoundation/platform/linux/LinuxFSEvents.h"
 #include "QKFoundation/platform/linux/LinuxRunLoop.h"
 
+#include "tests/platform/linux/TemporaryFolder.h"
+
+#include <nlohmann/json.hpp>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -17,11 +21,14 @@
 #include <string>
 #include <thread>
 #include <unordered_set>
+#include <utility>
+#include <vector>
 
 /// What a watcher misses of files that are made while it watches: run by hand, in the folder that TMPDIR names.
 ///
 ///     watch_losses                 this library, with each of the kernel's means
 ///     watch_losses --inotifywait   that program
+///     watch_losses --watchman      that one
 namespace {
 
 using namespace qk;
@@ -144,32 +151,47 @@ void runOurs(const char* who, LinuxFSEvents::Means means, const Job& job, const 
     report(who, job, made, told, time.count(), stream.isLossTold());
 }
 
-// The program, and the lines that it prints.
-class Inotifywait {
+// Another program, and the lines that it prints.
+class Program {
 public:
-    explicit Inotifywait(const std::string& top) {
-        std::array<int, 2> ends{};
-        if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
+    explicit Program(std::vector<std::string> words, const std::string& told = {}) {
+        std::array<int, 2> input{};
+        std::array<int, 2> output{};
+        if (::pipe2(input.data(), O_CLOEXEC) != 0 || ::pipe2(output.data(), O_CLOEXEC) != 0) {
             std::abort();
         }
+        std::vector<char*> arguments;
+        for (std::string& word : words) {
+            arguments.push_back(word.data());
+        }
+        arguments.push_back(nullptr);
         child_ = ::fork();
         if (child_ == 0) {
-            ::dup2(ends[1], STDOUT_FILENO);
-            ::dup2(ends[1], STDERR_FILENO);
-            ::execlp("inotifywait", "inotifywait", "-m", "-r", "-e", "create", "--format", "%w%f", top.c_str(),
-                     nullptr);
+            ::dup2(input[0], STDIN_FILENO);
+            ::dup2(output[1], STDOUT_FILENO);
+            ::dup2(output[1], STDERR_FILENO);
+            ::execvp(arguments[0], arguments.data());
             ::_exit(1);
         }
-        ::close(ends[1]);
-        output_ = ::fdopen(ends[0], "r");
+        ::close(input[0]);
+        ::close(output[1]);
+        static_cast<void>(::write(input[1], told.data(), told.size()));
+        ::close(input[1]);
+        output_ = ::fdopen(output[0], "r");
     }
-    Inotifywait(const Inotifywait&) = delete;
-    Inotifywait& operator=(const Inotifywait&) = delete;
-    ~Inotifywait() {
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+    ~Program() {
         ::kill(child_, SIGTERM);
         ::waitpid(child_, nullptr, 0);
         std::fclose(output_);
         std::free(line_);
+    }
+
+    [[nodiscard]] bool isOver() const {
+        siginfo_t ended{};
+        ::waitid(P_PID, static_cast<id_t>(child_), &ended, WEXITED | WNOHANG | WNOWAIT);
+        return ended.si_pid == child_;
     }
 
     /// Empty at the end.
@@ -185,52 +207,102 @@ private:
     std::size_t room_ = 0;
 };
 
+// What `next` tells, a few paths at a time, of the files that are made meanwhile. A last file, made when the program
+// has had time to rest, is the end, whatever was lost before.
+void runPeer(const char* who, const Job& job, const std::string& top, const std::function<Paths()>& next) {
+    constexpr auto kRest = std::chrono::seconds(1);
+    const std::string last = top + "/last";
+    const auto begin = Clock::now();
+    Paths made;
+    std::thread writer([&] {
+        made = make(job, top);
+        std::this_thread::sleep_for(kRest);
+        ::close(::open(last.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, S_IRUSR));
+    });
+    if (job.isReaderAway) {
+        std::this_thread::sleep_for(kAway);
+    }
+    Paths told;
+    for (bool isOver = false; !isOver && !told.contains(last);) {
+        Paths paths = next();
+        isOver = paths.empty();
+        told.merge(paths);
+    }
+    const std::chrono::duration<double> time = Clock::now() - begin - kRest;
+    writer.join();
+    report(who, job, made, told, time.count(), false);
+}
+
 void runInotifywait(const Job& job, const std::string& top) {
-    Inotifywait program(top);
+    Program program({"inotifywait", "-m", "-r", "-e", "create", "--format", "%w%f", top});
     for (std::string line = program.next(); line != "Watches established."; line = program.next()) {
         if (line.empty()) {
             std::puts("inotifywait cannot be run");
             return;
         }
     }
-    constexpr auto kRest = std::chrono::seconds(1); // the last file is seen, whatever was lost before
-    const auto begin = Clock::now();
-    Paths made;
-    std::thread writer([&] {
-        made = make(job, top);
-        std::this_thread::sleep_for(kRest);
-        ::close(::open((top + "/last").c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, S_IRUSR));
+    runPeer("inotifywait", job, top, [&] {
+        const std::string path = program.next();
+        return path.empty() ? Paths() : Paths{path};
     });
-    if (job.isReaderAway) {
-        std::this_thread::sleep_for(kAway);
+}
+
+// A server of its own, and a client that subscribes to every file.
+void runWatchman(const Job& job, const std::string& top) {
+    const tests::TemporaryFolder place;
+    const std::string socket = "--sockname=" + place.path("socket");
+    const Program server({"watchman", "--foreground", "--no-save-state", socket, "--logfile=" + place.path("log"),
+                          "--pidfile=" + place.path("pid")});
+    const auto ask = [&](const nlohmann::json& command) {
+        return Program({"watchman", socket, "--no-spawn", "--persistent", "--json-command", "--no-pretty"},
+                       command.dump());
+    };
+    while (!std::filesystem::exists(place.path("socket"))) {
+        if (server.isOver()) {
+            std::puts("watchman cannot be run");
+            return;
+        }
+        std::this_thread::yield();
     }
-    Paths told;
-    for (std::string path = program.next(); !path.empty() && path != top + "/last"; path = program.next()) {
-        told.insert(path);
+    const nlohmann::json everyFile = {{"expression", {"type", "f"}}, {"fields", {"name"}}};
+    if (ask({"watch", top}).next().find("error") != std::string::npos) {
+        std::puts("watchman does not watch here");
+        return;
     }
-    const std::chrono::duration<double> time = Clock::now() - begin - kRest;
-    writer.join();
-    report("inotifywait", job, made, told, time.count(), false);
+    Program client = ask({"subscribe", top, "files", everyFile});
+    client.next(); // that it does
+    runPeer("watchman", job, top, [&] {
+        Paths paths;
+        const std::string line = client.next();
+        if (!line.empty()) {
+            for (const std::string name : nlohmann::json::parse(line).value("files", nlohmann::json::array())) {
+                paths.insert(std::string(top).append("/").append(name));
+            }
+        }
+        return paths;
+    });
 }
 
 } // namespace
 
 int main(int count, char** arguments) {
-    const bool isPeer = count > 1 && std::string(arguments[1]) == "--inotifywait";
+    const std::string peer = count > 1 ? arguments[1] : "";
     for (const Job& job : kJobs) {
-        for (const auto& [who, means] : {std::pair("inotify", LinuxFSEvents::Means::Inotify),
-                                         std::pair("fanotify", LinuxFSEvents::Means::Fanotify)}) {
-            std::string name = (std::filesystem::temp_directory_path() / "qkfoundation-losses-XXXXXX").string();
-            const std::string top = std::filesystem::canonical(::mkdtemp(name.data())).string();
-            for (int folder = 0; folder < job.folders; ++folder) {
-                std::filesystem::create_directory(top + "/" + std::to_string(folder));
+        const auto run = [&](const std::function<void(const std::string& top)>& watch) {
+            const tests::TemporaryFolder folder;
+            const std::string top = std::filesystem::canonical(folder.path()).string();
+            for (int number = 0; number < job.folders; ++number) {
+                std::filesystem::create_directory(folder.path(std::to_string(number)));
             }
-            if (!isPeer) {
-                runOurs(who, means, job, top);
-            } else if (means == LinuxFSEvents::Means::Inotify) {
-                runInotifywait(job, top);
-            }
-            std::filesystem::remove_all(top);
+            watch(top);
+        };
+        if (peer == "--inotifywait") {
+            run([&](const std::string& top) { runInotifywait(job, top); });
+        } else if (peer == "--watchman") {
+            run([&](const std::string& top) { runWatchman(job, top); });
+        } else {
+            run([&](const std::string& top) { runOurs("inotify", LinuxFSEvents::Means::Inotify, job, top); });
+            run([&](const std::string& top) { runOurs("fanotify", LinuxFSEvents::Means::Fanotify, job, top); });
         }
     }
     return 0;
