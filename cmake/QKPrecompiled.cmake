@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # Headers that are read once for a whole build: for the library and the tools, and for the tests. They are headers of
-# others and the values, which all else is made of; a build that does without (release) and clang-tidy, which never uses
-# them, hold every file to its own includes.
+# others and the values, which all else is made of. A build that does without, release, holds the files of the library
+# and the tools to their own includes.
 
 set(qk_precompiled_library
   <algorithm> <array> <charconv> <chrono> <functional> <map> <memory> <mutex> <optional> <string> <string_view> <utility>
@@ -33,7 +33,9 @@ function(qk_precompile target kind)
     add_library(${headers}_headers OBJECT EXCLUDE_FROM_ALL "${source}")
     qk_set_language_properties(${headers}_headers)
     target_link_libraries(${headers}_headers PRIVATE qk_build_flags)
-    if(kind STREQUAL "tests")
+    if(kind STREQUAL "library")
+      target_compile_options(${headers}_headers PRIVATE ${qk_coverage_flags})
+    else()
       target_link_libraries(${headers}_headers PRIVATE GTest::gmock GTest::gtest)
       # As programs are compiled, not as libraries are.
       set_target_properties(${headers}_headers PROPERTIES POSITION_INDEPENDENT_CODE OFF)
