@@ -127,9 +127,13 @@ void appendNFC(std::u16string_view in, std::u16string& out) {
     Doubts doubts{in};
     Composer composer{in};
     std::size_t copied = 0;
-    while (const auto start = doubts.next(copied)) {
+    std::size_t from = 0;
+    if (!in.empty() && in.front() < kFirstMark) {
+        from = boundaryBefore(kernels().prefixBelow(in.data(), in.size(), kFirstMark));
+    }
+    while (const auto start = doubts.next(from)) {
         out.append(in, copied, *start - copied);
-        copied = composer.append(*start, Composer::Extent::stretch, out);
+        copied = from = composer.append(*start, Composer::Extent::stretch, out);
     }
     out.append(in, copied);
 }

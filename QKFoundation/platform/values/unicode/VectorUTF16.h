@@ -106,12 +106,27 @@ struct UTF8Writer {
     /// A register of 16 bytes is stored for four units, and they are sure of room for twelve only.
     static constexpr std::size_t kUnitsForRoom = 10;
     static constexpr std::size_t kPerHighSurrogate = 2;
+    static constexpr bool kCopiesPlain = true;
+
+    /// Copies ASCII, 32 units at a time. Returns how many, all of which there are.
+    [[gnu::noinline]] static std::size_t copyPlain(const char16_t* in, std::size_t length, char* out) {
+        std::size_t at = 0;
+        for (; length - at >= 32; at += 32) {
+            const __m128i first = load(in + at);
+            const __m128i second = load(in + at + 8);
+            const __m128i third = load(in + at + 16);
+            const __m128i fourth = load(in + at + 24);
+            const __m128i seen = _mm_or_si128(_mm_or_si128(first, second), _mm_or_si128(third, fourth));
+            if (_mm_testz_si128(seen, wordsOf(0xFF80)) == 0) {
+                break;
+            }
+            store(out + at, _mm_packus_epi16(first, second));
+            store(out + at + 16, _mm_packus_epi16(third, fourth));
+        }
+        return at;
+    }
 
     static std::size_t write(const UTF16Block& block, char* out) {
-        if (_mm_testz_si128(block.units, wordsOf(0xFF80)) != 0) {
-            _mm_storel_epi64(reinterpret_cast<__m128i*>(out), _mm_packus_epi16(block.units, block.units));
-            return 8;
-        }
         if (_mm_testz_si128(block.units, wordsOf(0xF800)) != 0) {
             return writeShort(block.units, out);
         }
@@ -164,6 +179,26 @@ struct UTF32Writer {
     using Out = char32_t;
     static constexpr std::size_t kUnitsForRoom = 8;
     static constexpr std::size_t kPerHighSurrogate = 0;
+    static constexpr bool kCopiesPlain = true;
+
+    /// Copies units that are no surrogates, 16 at a time. Returns how many, all of which there are.
+    [[gnu::noinline]] static std::size_t copyPlain(const char16_t* in, std::size_t length, char32_t* out) {
+        std::size_t at = 0;
+        for (; length - at >= 16; at += 16) {
+            const __m128i first = load(in + at);
+            const __m128i second = load(in + at + 8);
+            const __m128i surrogates =
+                _mm_or_si128(wordsEqual(first, 0xF800, 0xD800), wordsEqual(second, 0xF800, 0xD800));
+            if (_mm_testz_si128(surrogates, surrogates) == 0) {
+                break;
+            }
+            store(out + at, widen<false>(first));
+            store(out + at + 4, widen<true>(first));
+            store(out + at + 8, widen<false>(second));
+            store(out + at + 12, widen<true>(second));
+        }
+        return at;
+    }
 
     static std::size_t write(const UTF16Block& block, char32_t* out) {
         if (!block.hasSurrogates) {
@@ -195,6 +230,7 @@ struct UTF16Counter {
     using Out = char;
     static constexpr std::size_t kUnitsForRoom = 8;
     static constexpr std::size_t kPerHighSurrogate = UTF8 ? 2 : 0;
+    static constexpr bool kCopiesPlain = false;
 
     static std::size_t write(const UTF16Block& block, const char* /*out*/) {
         if constexpr (!UTF8) {
@@ -210,17 +246,52 @@ struct UTF16Counter {
     }
 };
 
+/// How far a conversion came, and whether the last unit is a high surrogate.
+struct UTF16Progress {
+    Progress at{0, 0};
+    bool isCut = false;
+};
+
+/// Converts the blocks that begin in front of `end`. False for a lone surrogate.
+template <typename Writer>
+inline bool convertBlocks(const char16_t* in, std::size_t end, typename Writer::Out* out, UTF16Progress& progress) {
+    UTF16Progress next = progress; // a copy stays in registers
+    UTF16Block block{};
+    bool isGood = true;
+    while (next.at.read < end) {
+        isGood = loadBlock(in + next.at.read, next.isCut, block);
+        if (!isGood) {
+            break;
+        }
+        next.at.written += Writer::write(block, out == nullptr ? nullptr : out + next.at.written);
+        next.at.read += 8;
+        next.isCut = block.isCut;
+    }
+    progress = next;
+    return isGood;
+}
+
 template <typename Writer>
 inline Progress readUTF16(const char16_t* in, std::size_t length, typename Writer::Out* out) {
-    Progress at{0, 0};
-    bool cut = false;
-    UTF16Block block{};
-    while (length - at.read >= Writer::kUnitsForRoom && loadBlock(in + at.read, cut, block)) {
-        at.written += Writer::write(block, out == nullptr ? nullptr : out + at.written);
-        at.read += 8;
-        cut = block.isCut;
+    // Plain text is looked for only so often: among other characters that is in vain.
+    constexpr std::size_t kOften = 256;
+    UTF16Progress progress;
+    Progress& at = progress.at;
+    while (length - at.read >= Writer::kUnitsForRoom) {
+        if constexpr (Writer::kCopiesPlain) {
+            // Not for short texts: the call itself would be felt.
+            if (!progress.isCut && length - at.read >= 32) {
+                const std::size_t copied = Writer::copyPlain(in + at.read, length - at.read, out + at.written);
+                at = {at.read + copied, at.written + copied};
+            }
+        }
+        const std::size_t last = length - Writer::kUnitsForRoom;
+        const std::size_t end = last < at.read + kOften ? last + 1 : at.read + kOften;
+        if (!convertBlocks<Writer>(in, end, out, progress)) {
+            break;
+        }
     }
-    return cut ? Progress{at.read - 1, at.written - Writer::kPerHighSurrogate} : at;
+    return progress.isCut ? Progress{at.read - 1, at.written - Writer::kPerHighSurrogate} : at;
 }
 
 /// Four values. Returns the units, 0 for a value that is none of Unicode's.

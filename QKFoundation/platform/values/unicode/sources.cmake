@@ -13,7 +13,14 @@ if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|amd64)$")
   list(APPEND QK_UNICODE_SOURCES unicode/KernelsAVX2.cpp unicode/KernelsAVX512.cpp unicode/KernelsSSE41.cpp
     unicode/ShortConstants.cpp)
   set_source_files_properties(unicode/KernelsSSE41.cpp PROPERTIES COMPILE_OPTIONS "-msse4.1;-mpopcnt")
-  set_source_files_properties(unicode/KernelsAVX2.cpp PROPERTIES COMPILE_OPTIONS "-mavx2;-mbmi;-mbmi2;-mpopcnt")
+  set(qk_avx2_flags -mavx2 -mbmi -mbmi2 -mpopcnt)
+  # GCC makes constants anew in every round of a loop, out of general registers; loading them takes half the time.
+  include(CheckCXXCompilerFlag)
+  check_cxx_compiler_flag(-mtune-ctrl=^inter_unit_moves_to_vec QK_HAS_TUNE_CTRL)
+  if(QK_HAS_TUNE_CTRL)
+    list(APPEND qk_avx2_flags -mtune-ctrl=^inter_unit_moves_to_vec)
+  endif()
+  set_source_files_properties(unicode/KernelsAVX2.cpp PROPERTIES COMPILE_OPTIONS "${qk_avx2_flags}")
   set(qk_avx512_flags
     -mavx512f -mavx512bw -mavx512dq -mavx512vl -mavx512vbmi -mavx512vbmi2 -mbmi -mbmi2 -mpopcnt -mlzcnt)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")

@@ -126,6 +126,18 @@ TEST_P(EveryKernel, ConvertsWellFormedTextAsThePlainEncodersDo) {
     }
 }
 
+TEST_P(EveryKernel, FindsTheEndOfPlainTextAndItsNextStart) {
+    for (int round = 0; round < 300; ++round) {
+        for (const Script script : kScripts) {
+            const std::u32string other = anyText(script, anyIndex(4), random_);
+            const std::u32string text =
+                anyText(Script::ascii, 2 * anyLength(), random_) + other + anyText(Script::ascii, anyLength(), random_);
+            ASSERT_NO_FATAL_FAILURE(compareUTF8(toUTF8(text)));
+            ASSERT_NO_FATAL_FAILURE(compareUTF16(toUTF16(text)));
+        }
+    }
+}
+
 TEST_P(EveryKernel, StopsAtTheSameBrokenByte) {
     for (int round = 0; round < 300; ++round) {
         for (const Script script : kScripts) {

@@ -205,6 +205,27 @@ TEST(Normalization, AnyMixtureIsComposedAsByTheLetter) {
     }
 }
 
+TEST(Normalization, MarksInALongTextAreComposedWhereverTheyStand) {
+    SCOPED_TRACE("QK_SEED=" + std::to_string(seed()));
+    std::mt19937_64 random{seed()};
+    const std::u16string letters = u"aeoxz \u00E9\u0142\u01F5\u4E2D";
+    const std::u16string marks = u"\u0301\u0308\u0323\u0341\u0344";
+    for (int round = 0; round < 300; ++round) {
+        std::u16string text;
+        std::u16string want;
+        const std::size_t marksAmongSixteen = random() % 16;
+        for (std::size_t length = random() % 1500; text.size() < length;) {
+            std::u16string segment(1, letters[random() % letters.size()]);
+            while (random() % 16 < marksAmongSixteen && segment.size() < 4) {
+                segment += marks[random() % marks.size()];
+            }
+            text += segment;
+            want += nfc(segment);
+        }
+        ASSERT_EQ(nfc(text), want);
+    }
+}
+
 TEST(Normalization, LongRunsOfMixedMarksAreSortedStably) {
     std::u16string source(1, u'x');
     std::u16string sorted(1, u'x');
