@@ -67,7 +67,10 @@ Machine::Machine(std::shared_ptr<const Services> services)
       network(systemConfiguration, ioRegistry),
       services_(std::move(services)) {}
 
-Machine::~Machine() = default;
+// A task may hold the services, which hold the queues.
+Machine::~Machine() {
+    dispatch.discard();
+}
 
 ScopedMachine::ScopedMachine(const Machine& machine) : previous_(installServices(machine.services())) {}
 

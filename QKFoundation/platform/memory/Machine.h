@@ -43,7 +43,8 @@ public:
     Machine& operator=(const Machine&) = delete;
     ~Machine();
 
-    /// The services of this machine. They live as long as anyone holds them, also longer than the machine.
+    /// The services of this machine. They live as long as anyone holds them, also longer than the machine; what waits
+    /// in its queues does not.
     [[nodiscard]] std::shared_ptr<const Services> services() const { return services_; }
 
     MemoryKernel& kernel;

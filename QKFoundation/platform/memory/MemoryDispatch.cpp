@@ -84,6 +84,13 @@ void MemoryDispatch::runElsewhere(const std::function<void()>& task) {
     }
 }
 
+void MemoryDispatch::discard() {
+    mainLoop_->discard();
+    std::deque<std::function<void()>> background; // let go of without the lock
+    const std::scoped_lock lock(mutex_);
+    background.swap(background_);
+}
+
 bool MemoryDispatch::isMainThread() const {
     const std::scoped_lock lock(mutex_);
     return mainThread_ == std::this_thread::get_id() && !mainThreadIsElsewhere_;

@@ -50,6 +50,9 @@ public:
     /// that of the other thread, and `syncOnMainQueue` has the main thread drain its loop.
     void runElsewhere(const std::function<void()>& task);
 
+    /// What waits in the queues is let go of instead of called.
+    void discard();
+
     [[nodiscard]] bool isMainThread() const override;
     [[nodiscard]] std::shared_ptr<RunLoop> mainRunLoop() override { return mainLoop_; }
     [[nodiscard]] std::shared_ptr<RunLoop> currentRunLoop() override;

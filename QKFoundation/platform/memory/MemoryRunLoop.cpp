@@ -142,4 +142,10 @@ void MemoryRunLoop::advance(double seconds) {
     time.advanceTo(end);
 }
 
+void MemoryRunLoop::discard() {
+    std::vector<std::function<void()>> tasks; // let go of without the lock
+    const std::scoped_lock lock(contents_->mutex);
+    tasks.swap(contents_->tasks);
+}
+
 } // namespace qk::platform::memory

@@ -31,6 +31,9 @@ public:
     /// own time, until nothing is left that is due.
     void advance(double seconds);
 
+    /// What waits to be performed is let go of instead.
+    void discard();
+
 private:
     struct Contents;
     class TimerSource;

@@ -62,9 +62,9 @@ class Watcher:
         self.until(lambda: answer in self.last, f"the answer to {command}")
 
     def items(self, kind):
-        """The pairs of path and date that were told last."""
+        """The pairs of path and date that were told last; 0 for what had no date, as a file that was just removed."""
         fields = self.last.get(kind, [])
-        return list(zip(fields[1::2], map(int, fields[0::2])))
+        return list(zip(fields[1::2], (0 if date == "-" else int(date) for date in fields[0::2])))
 
     def descriptors(self):
         folder = f"/proc/{self.process.pid}/fd"

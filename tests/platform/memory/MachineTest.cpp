@@ -92,6 +92,17 @@ TEST(MemoryFileManager, HoldsTheRootAlone) {
     EXPECT_EQ(machine.fileManager.contentsOfDirectoryAtPath("/tmp"), std::nullopt);
 }
 
+TEST(Machine, WhatWaitsInItsQueuesGoesWithIt) {
+    std::weak_ptr<const Services> services;
+    {
+        const Machine machine;
+        services = machine.services();
+        machine.dispatch.asyncOnMainQueue([held = machine.services()] { static_cast<void>(held); });
+        machine.dispatch.asyncOnBackgroundQueue([held = machine.services()] { static_cast<void>(held); });
+    }
+    EXPECT_TRUE(services.expired());
+}
+
 TEST(MemoryFileManager, SlashesMakeNoDifference) {
     Machine machine;
     machine.fileManager.addFile("/a//b/c.txt");
