@@ -125,7 +125,7 @@ NSString hardwareAddressText(const std::vector<std::uint8_t>& address) {
         return {};
     }
     constexpr std::u16string_view kDigits = u"0123456789abcdef";
-    internal::StorageBuilder builder(3 * address.size());
+    qk::internal::StorageBuilder builder(3 * address.size());
     char16_t* const text = builder.units();
     char16_t* end = text;
     for (const std::uint8_t byte : address) {
