@@ -137,6 +137,7 @@
 #include "QKFoundation/platform/services/Users.h"
 #include "QKFoundation/platform/values/NSArray.h"
 #include "QKFoundation/platform/values/NSCharacterSet.h"
+#include "QKFoundation/platform/values/NSCollectionStorage.h"
 #include "QKFoundation/platform/values/NSData.h"
 #include "QKFoundation/platform/values/NSDate.h"
 #include "QKFoundation/platform/values/NSDictionary.h"

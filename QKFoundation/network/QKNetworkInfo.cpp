@@ -2,6 +2,7 @@
 #include "QKFoundation/network/QKNetworkInfo.h"
 
 #include "QKFoundation/network/internal/NetworkInterfaces.h"
+#include "QKFoundation/network/internal/QKNetworkInterfaceConfigurationFactory.h"
 #include "QKFoundation/network/internal/QKNetworkInterfaceImpl.h"
 #include "QKFoundation/network/internal/QKSCNetworkServiceFactory.h"
 #include "QKFoundation/platform/objects/NSPredicate.h"
@@ -31,9 +32,12 @@ const NSPredicate& activeBuiltinPredicate() {
 
 internal::Interfaces internal::networkInterfaces(const Services& services) {
     const auto reading = services.systemConfiguration->beginReading();
+    const auto enabled = QKSCNetworkServiceFactory::enabledNetworkServices(services);
+    const auto factory = QKNetworkInterfaceConfigurationFactory::configurationFactory(services);
     Interfaces interfaces;
-    for (const auto& service : QKSCNetworkServiceFactory::enabledNetworkServices(services)) {
-        if (auto interface = QKNetworkInterfaceImpl::initWithSCNetworkService(service, services)) {
+    interfaces.reserve(enabled.size());
+    for (const auto& service : enabled) {
+        if (auto interface = QKNetworkInterfaceImpl::initWithSCNetworkService(service, services, *factory)) {
             interfaces.push_back(std::move(interface));
         }
     }

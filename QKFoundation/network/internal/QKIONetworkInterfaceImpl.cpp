@@ -59,7 +59,7 @@ const ClassDescription& QKIONetworkInterfaceImpl::classDescription() const {
 
 std::shared_ptr<QKIONetworkInterfaceImpl>
 QKIONetworkInterfaceImpl::initWithIONetworkInterface(io_registry_entry_t interface, const IORegistry& registry) {
-    return std::shared_ptr<QKIONetworkInterfaceImpl>(new QKIONetworkInterfaceImpl(interface, registry));
+    return internal::ObjectMaker::make<QKIONetworkInterfaceImpl>(interface, registry);
 }
 
 QKIONetworkInterfaceImpl::QKIONetworkInterfaceImpl(io_registry_entry_t interface, const IORegistry& registry)

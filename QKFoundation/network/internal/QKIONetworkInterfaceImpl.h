@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QKFoundation/network/internal/QKIONetworkInterface.h"
+#include "QKFoundation/platform/objects/internal/ObjectMaker.h"
 #include "QKFoundation/platform/services/IORegistry.h"
 
 #include <cstdint>
@@ -39,6 +40,8 @@ public:
     void setHardwareModel(const std::optional<NSString>& model) { hardwareModel_ = model; }
 
 private:
+    friend class internal::ObjectMaker;
+
     QKIONetworkInterfaceImpl(platform::io_registry_entry_t interface, const platform::IORegistry& registry);
 
     NSString name_;

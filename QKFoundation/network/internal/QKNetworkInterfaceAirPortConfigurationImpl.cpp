@@ -32,7 +32,7 @@ std::shared_ptr<QKNetworkInterfaceAirPortConfigurationImpl>
 QKNetworkInterfaceAirPortConfigurationImpl::initWithInterfaceAirPortState(
     const std::optional<NSDictionary>& interfaceAirPortState) {
     using Self = QKNetworkInterfaceAirPortConfigurationImpl;
-    return interfaceAirPortState.has_value() ? std::shared_ptr<Self>(new Self(*interfaceAirPortState)) : nullptr;
+    return interfaceAirPortState.has_value() ? internal::ObjectMaker::make<Self>(*interfaceAirPortState) : nullptr;
 }
 
 QKNetworkInterfaceAirPortConfigurationImpl::QKNetworkInterfaceAirPortConfigurationImpl(

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QKFoundation/network/QKNetworkInterfaceAirPortConfiguration.h"
+#include "QKFoundation/platform/objects/internal/ObjectMaker.h"
 #include "QKFoundation/platform/values/NSDictionary.h"
 
 #include <memory>
@@ -30,6 +31,8 @@ public:
     void setSsid(const NSString& ssid) { ssid_ = ssid; }
 
 private:
+    friend class internal::ObjectMaker;
+
     explicit QKNetworkInterfaceAirPortConfigurationImpl(const NSDictionary& interfaceAirPortState);
 
     bool powerStatus_;

@@ -31,7 +31,7 @@ std::shared_ptr<Factory> Factory::configurationFactory(const platform::Services&
 }
 
 std::shared_ptr<Factory> Factory::init(const platform::Services& services) {
-    return std::shared_ptr<Factory>(new Factory(services));
+    return internal::ObjectMaker::make<Factory>(services);
 }
 
 std::shared_ptr<QKNetworkInterfaceConfiguration>

@@ -4,6 +4,7 @@
 #include "QKFoundation/network/QKNetworkInterfaceConfiguration.h"
 #include "QKFoundation/network/internal/QKSCDynamicStore.h"
 #include "QKFoundation/platform/objects/NSObject.h"
+#include "QKFoundation/platform/objects/internal/ObjectMaker.h"
 #include "QKFoundation/platform/services/Services.h"
 
 #include <memory>
@@ -50,6 +51,8 @@ public:
     [[nodiscard]] const std::shared_ptr<QKSCDynamicStore>& dynamicStore() const noexcept { return dynamicStore_; }
 
 private:
+    friend class internal::ObjectMaker;
+
     explicit QKNetworkInterfaceConfigurationFactory(const platform::Services& services)
         : dynamicStore_(QKSCDynamicStore::init(services)) {}
 

@@ -26,8 +26,8 @@ const ClassDescription& QKNetworkInterfaceConfigurationImpl::classDescription() 
 std::shared_ptr<QKNetworkInterfaceConfigurationImpl>
 QKNetworkInterfaceConfigurationImpl::initWithIPv4Config(IPv4 ipv4Config, IPv6 ipv6Config, DNS dnsConfig,
                                                         AirPort airPortConfig) {
-    return std::shared_ptr<QKNetworkInterfaceConfigurationImpl>(new QKNetworkInterfaceConfigurationImpl(
-        std::move(ipv4Config), std::move(ipv6Config), std::move(dnsConfig), std::move(airPortConfig)));
+    return internal::ObjectMaker::make<QKNetworkInterfaceConfigurationImpl>(
+        std::move(ipv4Config), std::move(ipv6Config), std::move(dnsConfig), std::move(airPortConfig));
 }
 
 NSString QKNetworkInterfaceConfigurationImpl::description() const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QKFoundation/network/QKNetworkInterfaceConfiguration.h"
+#include "QKFoundation/platform/objects/internal/ObjectMaker.h"
 
 #include <memory>
 #include <utility>
@@ -36,6 +37,8 @@ public:
     void setAirPortConfig(AirPort config) { airPortConfig_ = std::move(config); }
 
 private:
+    friend class internal::ObjectMaker;
+
     QKNetworkInterfaceConfigurationImpl(IPv4 ipv4Config, IPv6 ipv6Config, DNS dnsConfig, AirPort airPortConfig)
         : ipv4Config_(std::move(ipv4Config)),
           ipv6Config_(std::move(ipv6Config)),

@@ -30,7 +30,7 @@ const ClassDescription& QKNetworkInterfaceDNSConfigurationImpl::classDescription
 std::shared_ptr<QKNetworkInterfaceDNSConfigurationImpl>
 QKNetworkInterfaceDNSConfigurationImpl::initWithServiceDNSState(const std::optional<NSDictionary>& serviceDNSState) {
     using Self = QKNetworkInterfaceDNSConfigurationImpl;
-    return serviceDNSState.has_value() ? std::shared_ptr<Self>(new Self(*serviceDNSState)) : nullptr;
+    return serviceDNSState.has_value() ? internal::ObjectMaker::make<Self>(*serviceDNSState) : nullptr;
 }
 
 QKNetworkInterfaceDNSConfigurationImpl::QKNetworkInterfaceDNSConfigurationImpl(const NSDictionary& serviceDNSState)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QKFoundation/network/QKNetworkInterfaceDNSConfiguration.h"
+#include "QKFoundation/platform/objects/internal/ObjectMaker.h"
 #include "QKFoundation/platform/values/NSDictionary.h"
 
 #include <memory>
@@ -28,6 +29,8 @@ public:
     void setDomainName(const NSString& name) { domainName_ = name; }
 
 private:
+    friend class internal::ObjectMaker;
+
     explicit QKNetworkInterfaceDNSConfigurationImpl(const NSDictionary& serviceDNSState);
 
     NSArray serverAdresses_;

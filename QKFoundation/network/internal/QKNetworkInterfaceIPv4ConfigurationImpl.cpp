@@ -40,8 +40,8 @@ QKNetworkInterfaceIPv4ConfigurationImpl::initWithInterfaceIPv4State(
     if (!interfaceIPv4State.has_value()) {
         return nullptr;
     }
-    return std::shared_ptr<QKNetworkInterfaceIPv4ConfigurationImpl>(
-        new QKNetworkInterfaceIPv4ConfigurationImpl(*interfaceIPv4State, serviceIPv4Setup, serviceIPv4State));
+    return internal::ObjectMaker::make<QKNetworkInterfaceIPv4ConfigurationImpl>(*interfaceIPv4State, serviceIPv4Setup,
+                                                                                serviceIPv4State);
 }
 
 QKNetworkInterfaceIPv4ConfigurationImpl::QKNetworkInterfaceIPv4ConfigurationImpl(

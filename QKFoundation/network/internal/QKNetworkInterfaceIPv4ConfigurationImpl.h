@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QKFoundation/network/QKNetworkInterfaceIPv4Configuration.h"
+#include "QKFoundation/platform/objects/internal/ObjectMaker.h"
 #include "QKFoundation/platform/values/NSDictionary.h"
 
 #include <cstdint>
@@ -48,6 +49,8 @@ public:
     void setNetworkSignature(const std::optional<NSString>& signature) { networkSignature_ = signature; }
 
 private:
+    friend class internal::ObjectMaker;
+
     QKNetworkInterfaceIPv4ConfigurationImpl(const NSDictionary& interfaceIPv4State,
                                             const std::optional<NSDictionary>& serviceIPv4Setup,
                                             const std::optional<NSDictionary>& serviceIPv4State);

@@ -39,8 +39,8 @@ QKNetworkInterfaceIPv6ConfigurationImpl::initWithInterfaceIPv6State(
     if (!interfaceIPv6State.has_value()) {
         return nullptr;
     }
-    return std::shared_ptr<QKNetworkInterfaceIPv6ConfigurationImpl>(
-        new QKNetworkInterfaceIPv6ConfigurationImpl(*interfaceIPv6State, serviceIPv6Setup, serviceIPv6State));
+    return internal::ObjectMaker::make<QKNetworkInterfaceIPv6ConfigurationImpl>(*interfaceIPv6State, serviceIPv6Setup,
+                                                                                serviceIPv6State);
 }
 
 QKNetworkInterfaceIPv6ConfigurationImpl::QKNetworkInterfaceIPv6ConfigurationImpl(

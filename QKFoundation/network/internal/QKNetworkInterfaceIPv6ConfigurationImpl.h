@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QKFoundation/network/QKNetworkInterfaceIPv6Configuration.h"
+#include "QKFoundation/platform/objects/internal/ObjectMaker.h"
 #include "QKFoundation/platform/values/NSDictionary.h"
 
 #include <cstdint>
@@ -46,6 +47,8 @@ public:
     void setNetworkSignature(const std::optional<NSString>& signature) { networkSignature_ = signature; }
 
 private:
+    friend class internal::ObjectMaker;
+
     QKNetworkInterfaceIPv6ConfigurationImpl(const NSDictionary& interfaceIPv6State,
                                             const std::optional<NSDictionary>& serviceIPv6Setup,
                                             const std::optional<NSDictionary>& serviceIPv6State);

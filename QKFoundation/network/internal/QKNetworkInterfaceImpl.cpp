@@ -3,7 +3,6 @@
 
 #include "QKFoundation/network/internal/Descriptions.h"
 #include "QKFoundation/network/internal/QKIONetworkInterfaceFactory.h"
-#include "QKFoundation/network/internal/QKNetworkInterfaceConfigurationFactory.h"
 #include "QKFoundation/network/internal/TextTable.h"
 #include "QKFoundation/platform/objects/ClassDescription.h"
 #include "QKFoundation/platform/services/SystemConfigurationSchema.h"
@@ -36,15 +35,24 @@ const ClassDescription& QKNetworkInterfaceImpl::classDescription() const {
 std::shared_ptr<QKNetworkInterfaceImpl>
 QKNetworkInterfaceImpl::initWithSCNetworkService(const std::shared_ptr<QKSCNetworkService>& service,
                                                  const platform::Services& services) {
+    return initWithSCNetworkService(service, services,
+                                    *QKNetworkInterfaceConfigurationFactory::configurationFactory(services));
+}
+
+std::shared_ptr<QKNetworkInterfaceImpl>
+QKNetworkInterfaceImpl::initWithSCNetworkService(const std::shared_ptr<QKSCNetworkService>& service,
+                                                 const platform::Services& services,
+                                                 const QKNetworkInterfaceConfigurationFactory& factory) {
     if (service == nullptr || service->interface() == nullptr) {
         return nullptr;
     }
-    return std::shared_ptr<QKNetworkInterfaceImpl>(
-        new QKNetworkInterfaceImpl(*service->interface(), service->serviceId(), services));
+    return internal::ObjectMaker::make<QKNetworkInterfaceImpl>(*service->interface(), service->serviceId(), services,
+                                                               factory);
 }
 
 QKNetworkInterfaceImpl::QKNetworkInterfaceImpl(const QKSCNetworkInterface& interface, const NSString& serviceId,
-                                               const platform::Services& services)
+                                               const platform::Services& services,
+                                               const QKNetworkInterfaceConfigurationFactory& factory)
     : type_(interfaceTypeForkSCNetworkInterfaceType(interface.type())),
       name_(interface.name()),
       displayName_(interface.displayName()),
@@ -56,9 +64,7 @@ QKNetworkInterfaceImpl::QKNetworkInterfaceImpl(const QKSCNetworkInterface& inter
         linkSpeed_ = hardware->linkSpeed();
         hardwareModel_ = hardware->hardwareModel();
     }
-    configuration_ =
-        QKNetworkInterfaceConfigurationFactory::configurationFactory(services)->networkConfigurationForInterfaceName(
-            name_, serviceId);
+    configuration_ = factory.networkConfigurationForInterfaceName(name_, serviceId);
 }
 
 QKNetworkInterfaceType

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "QKFoundation/network/QKNetworkInterface.h"
+#include "QKFoundation/network/internal/QKNetworkInterfaceConfigurationFactory.h"
 #include "QKFoundation/network/internal/QKSCNetworkService.h"
+#include "QKFoundation/platform/objects/internal/ObjectMaker.h"
 #include "QKFoundation/platform/services/Services.h"
 
 #include <cstdint>
@@ -24,6 +26,11 @@ public:
     /// `initWithSCNetworkService:`. Null for null and for a service without an interface.
     [[nodiscard]] static std::shared_ptr<QKNetworkInterfaceImpl>
     initWithSCNetworkService(const std::shared_ptr<QKSCNetworkService>& service, const platform::Services& services);
+
+    /// As above, with a factory that the caller keeps: for many of them.
+    [[nodiscard]] static std::shared_ptr<QKNetworkInterfaceImpl>
+    initWithSCNetworkService(const std::shared_ptr<QKSCNetworkService>& service, const platform::Services& services,
+                             const QKNetworkInterfaceConfigurationFactory& factory);
 
     /// `interfaceTypeForkSCNetworkInterfaceType:`. Unknown for nothing and for any other text.
     [[nodiscard]] QKNetworkInterfaceType
@@ -56,8 +63,10 @@ public:
     void setTypeString(const NSString& type) { typeString_ = type; }
 
 private:
+    friend class internal::ObjectMaker;
+
     QKNetworkInterfaceImpl(const QKSCNetworkInterface& interface, const NSString& serviceId,
-                           const platform::Services& services);
+                           const platform::Services& services, const QKNetworkInterfaceConfigurationFactory& factory);
 
     [[nodiscard]] std::uint64_t typeNumber() const { return type_; }
     void setTypeNumber(std::uint64_t number) { type_ = static_cast<QKNetworkInterfaceType>(number); }

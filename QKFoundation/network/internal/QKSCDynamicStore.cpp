@@ -58,7 +58,7 @@ QKSCDynamicStore::QKSCDynamicStore(const platform::Services& services)
     : configuration_(services.systemConfiguration), clientName_(mainBundleIdentifier(services)) {}
 
 std::shared_ptr<QKSCDynamicStore> QKSCDynamicStore::init(const platform::Services& services) {
-    return std::shared_ptr<QKSCDynamicStore>(new QKSCDynamicStore(services));
+    return internal::ObjectMaker::make<QKSCDynamicStore>(services);
 }
 
 std::shared_ptr<const platform::DynamicStore> QKSCDynamicStore::connect() const {
@@ -178,9 +178,8 @@ Dictionary QKSCDynamicStore::dictionaryForKey(const NSString& key) const {
     if (store == nullptr) {
         return std::nullopt;
     }
-    const std::optional<Value> value = store->copyValue(key);
-    const NSDictionary* dictionary = value.has_value() ? value->as<NSDictionary>() : nullptr;
-    return dictionary != nullptr ? Dictionary(*dictionary) : std::nullopt;
+    std::optional<Value> value = store->copyValue(key);
+    return value.has_value() ? std::move(*value).take<NSDictionary>() : std::nullopt;
 }
 
 std::vector<NSString> QKSCDynamicStore::configuredNetworkServiceKeys() const {

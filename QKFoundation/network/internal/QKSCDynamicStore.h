@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QKFoundation/platform/objects/NSObject.h"
+#include "QKFoundation/platform/objects/internal/ObjectMaker.h"
 #include "QKFoundation/platform/services/Services.h"
 #include "QKFoundation/platform/values/NSDictionary.h"
 
@@ -114,6 +115,8 @@ public:
     [[nodiscard]] std::vector<NSString> configuredNetworkServiceIds() const;
 
 private:
+    friend class internal::ObjectMaker;
+
     explicit QKSCDynamicStore(const platform::Services& services);
 
     [[nodiscard]] std::shared_ptr<const platform::DynamicStore> connect() const;

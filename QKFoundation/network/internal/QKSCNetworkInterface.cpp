@@ -44,7 +44,7 @@ const ClassDescription& QKSCNetworkInterface::classDescription() const {
 
 std::shared_ptr<QKSCNetworkInterface>
 QKSCNetworkInterface::initWithSCNetworkInterface(const platform::SCNetworkInterfaceRef& interface) {
-    return interface != nullptr ? std::shared_ptr<QKSCNetworkInterface>(new QKSCNetworkInterface(*interface)) : nullptr;
+    return interface != nullptr ? internal::ObjectMaker::make<QKSCNetworkInterface>(*interface) : nullptr;
 }
 
 QKSCNetworkInterface::QKSCNetworkInterface(const Interface& interface)

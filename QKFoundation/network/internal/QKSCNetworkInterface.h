@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QKFoundation/platform/objects/NSObject.h"
+#include "QKFoundation/platform/objects/internal/ObjectMaker.h"
 #include "QKFoundation/platform/services/SystemConfiguration.h"
 
 #include <cstdint>
@@ -81,6 +82,8 @@ public:
     void setActiveMediumOptions(const std::optional<NSArray>& options) { activeMediumOptions_ = options; }
 
 private:
+    friend class internal::ObjectMaker;
+
     explicit QKSCNetworkInterface(const Interface& interface);
 
     std::int32_t minimalTransferUnit_ = 0;

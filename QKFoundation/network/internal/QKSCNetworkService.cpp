@@ -25,7 +25,7 @@ const ClassDescription& QKSCNetworkService::classDescription() const {
 
 std::shared_ptr<QKSCNetworkService>
 QKSCNetworkService::initWithSCNetworkService(const platform::SCNetworkServiceRef& service) {
-    return service != nullptr ? std::shared_ptr<QKSCNetworkService>(new QKSCNetworkService(*service)) : nullptr;
+    return service != nullptr ? internal::ObjectMaker::make<QKSCNetworkService>(*service) : nullptr;
 }
 
 QKSCNetworkService::QKSCNetworkService(const platform::SCNetworkService& service)

@@ -3,6 +3,7 @@
 
 #include "QKFoundation/network/internal/QKSCNetworkInterface.h"
 #include "QKFoundation/platform/objects/NSObject.h"
+#include "QKFoundation/platform/objects/internal/ObjectMaker.h"
 #include "QKFoundation/platform/services/SystemConfiguration.h"
 
 #include <memory>
@@ -48,6 +49,8 @@ public:
     void setInterface(std::shared_ptr<QKSCNetworkInterface> interface) { interface_ = std::move(interface); }
 
 private:
+    friend class internal::ObjectMaker;
+
     explicit QKSCNetworkService(const platform::SCNetworkService& service);
 
     bool enabled_ = false;

@@ -9,7 +9,6 @@
 
 #include <array>
 #include <cstddef>
-#include <cstring>
 #include <string>
 
 namespace qk::platform {
@@ -29,13 +28,6 @@ constexpr std::array<std::u16string_view, 4> kStateEntities{u"/IPv4", u"/IPv6", 
 constexpr std::array<std::u16string_view, 6> kGlobalKeys{
     u"State:/Network/Global/IPv4",    u"State:/Network/Global/IPv6", u"State:/Network/Global/DNS",
     u"State:/Network/Global/Proxies", u"Setup:/Network/Global/IPv4", u"State:/Network/Interface"};
-
-NSString joined(std::u16string_view head, std::u16string_view name, std::u16string_view tail) {
-    std::u16string units;
-    units.reserve(head.size() + name.size() + tail.size());
-    units.append(head).append(name).append(tail);
-    return NSString(units);
-}
 
 // The link that a key names; its bytes are found without a detour where they are ASCII.
 const NetworkLink* linkNamed(std::u16string_view name, const NetworkSnapshot& snapshot) {
@@ -91,7 +83,7 @@ LinuxDynamicStore::Entry LinuxDynamicStore::dictionary(const NSString& key) cons
     const bool isSetup = wanted->domain == StoreKey::Domain::Setup;
     switch (wanted->subject) {
     case Subject::Service: {
-        const NetworkService* service = serviceNamed(wanted->name);
+        const NetworkService* service = services_->service(wanted->name);
         if (service == nullptr) {
             return std::nullopt;
         }
@@ -104,15 +96,14 @@ LinuxDynamicStore::Entry LinuxDynamicStore::dictionary(const NSString& key) cons
     return std::nullopt;
 }
 
-const NetworkService* LinuxDynamicStore::serviceNamed(std::u16string_view id) const {
+template <typename Make>
+LinuxDynamicStore::Entry LinuxDynamicStore::ofAddresses(const NetworkLink& link, AddressFamily family,
+                                                        Make make) const {
     const std::scoped_lock lock(mutex_);
-    const std::u16string_view latest = latestService_ != nullptr ? latestService_->id.units() : std::u16string_view();
-    const bool isLatest = latestService_ != nullptr && latest.size() == id.size() &&
-                          std::memcmp(latest.data(), id.data(), id.size() * sizeof(char16_t)) == 0;
-    if (!isLatest) {
-        latestService_ = services_->service(id);
+    if (latest_.link != link.index || latest_.family != family) {
+        latest_ = {link.index, family, values::addressValues(link, family, services_->snapshot())};
     }
-    return latestService_;
+    return make(latest_.values);
 }
 
 LinuxDynamicStore::Entry LinuxDynamicStore::interfaceState(const StoreKey& key) const {
@@ -122,20 +113,12 @@ LinuxDynamicStore::Entry LinuxDynamicStore::interfaceState(const StoreKey& key) 
         return std::nullopt;
     }
     switch (key.entity) {
-    case Entity::IPv4: return values::interfaceIPv4(addresses(*link, AddressFamily::IPv4));
-    case Entity::IPv6: return values::interfaceIPv6(addresses(*link, AddressFamily::IPv6));
+    case Entity::IPv4: return ofAddresses(*link, AddressFamily::IPv4, values::interfaceIPv4);
+    case Entity::IPv6: return ofAddresses(*link, AddressFamily::IPv6, values::interfaceIPv6);
     case Entity::Link: return values::link(*link);
     case Entity::AirPort: return values::airPort(*link, snapshot);
     default: return std::nullopt;
     }
-}
-
-values::AddressValues LinuxDynamicStore::addresses(const NetworkLink& link, AddressFamily family) const {
-    const std::scoped_lock lock(mutex_);
-    if (latest_.link != link.index || latest_.family != family) {
-        latest_ = {link.index, family, values::addressValues(link, family, services_->snapshot())};
-    }
-    return latest_.values;
 }
 
 LinuxDynamicStore::Entry LinuxDynamicStore::serviceSetup(const NetworkService& service, Entity entity) const {
@@ -155,13 +138,13 @@ LinuxDynamicStore::Entry LinuxDynamicStore::serviceState(const NetworkService& s
         return std::nullopt;
     }
     const NetworkLink& link = *service.link;
+    const auto ofFamily = [&](AddressFamily family, auto make) {
+        const auto router = values::router(link, family, snapshot);
+        return ofAddresses(link, family, [&](const auto& addresses) { return make(addresses, router); });
+    };
     switch (entity) {
-    case Entity::IPv4:
-        return values::serviceIPv4(addresses(link, AddressFamily::IPv4),
-                                   values::router(link, AddressFamily::IPv4, snapshot));
-    case Entity::IPv6:
-        return values::serviceIPv6(addresses(link, AddressFamily::IPv6),
-                                   values::router(link, AddressFamily::IPv6, snapshot));
+    case Entity::IPv4: return ofFamily(AddressFamily::IPv4, values::serviceIPv4);
+    case Entity::IPv6: return ofFamily(AddressFamily::IPv6, values::serviceIPv6);
     case Entity::DNS: return values::dns(services_->nameServers(service));
     case Entity::DHCP: {
         const auto lease = services_->lease(service);
@@ -231,17 +214,18 @@ std::vector<NSString> LinuxDynamicStore::allKeys() const {
     const auto services = services_->byLink();
     for (const NetworkService* service : services) {
         for (const std::u16string_view entity : kSetupEntities) {
-            add(joined(kServiceHead, service->id.units(), entity));
+            add(NSString::concatenated({kServiceHead, service->id.units(), entity}));
         }
     }
     for (const NetworkLink& link : services_->snapshot().kernel().links) {
         for (const std::u16string_view entity : kInterfaceEntities) {
-            add(joined(u"State:/Network/Interface/", stringWithFileSystemRepresentation(link.name).units(), entity));
+            add(NSString::concatenated(
+                {u"State:/Network/Interface/", stringWithFileSystemRepresentation(link.name).units(), entity}));
         }
     }
     for (const NetworkService* service : services) {
         for (const std::u16string_view entity : kStateEntities) {
-            add(joined(u"State:/Network/Service/", service->id.units(), entity));
+            add(NSString::concatenated({u"State:/Network/Service/", service->id.units(), entity}));
         }
     }
     for (const std::u16string_view key : kGlobalKeys) {
@@ -253,8 +237,9 @@ std::vector<NSString> LinuxDynamicStore::allKeys() const {
 std::optional<std::vector<NSString>> LinuxDynamicStore::copyKeyList(const NSString& pattern) const {
     std::vector<NSString> keys;
     if (pattern.units() == kServiceInterfaces) { // asked for all the time; every service has that entry
+        keys.reserve(services_->all().size());
         for (const NetworkService* service : services_->byLink()) {
-            keys.push_back(joined(kServiceHead, service->id.units(), kInterfaceTail));
+            keys.push_back(NSString::concatenated({kServiceHead, service->id.units(), kInterfaceTail}));
         }
         return keys;
     }

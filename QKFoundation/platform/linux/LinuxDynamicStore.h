@@ -41,8 +41,9 @@ private:
     [[nodiscard]] Entry allInterfaces() const;
     [[nodiscard]] std::vector<NSString> allKeys() const;
 
-    [[nodiscard]] const NetworkService* serviceNamed(std::u16string_view id) const;
-    [[nodiscard]] values::AddressValues addresses(const NetworkLink& link, AddressFamily family) const;
+    /// What `make` makes of a link's addresses.
+    template <typename Make>
+    [[nodiscard]] Entry ofAddresses(const NetworkLink& link, AddressFamily family, Make make) const;
 
     // Whoever reads an interface's state reads its service's next.
     struct Latest {
@@ -55,7 +56,6 @@ private:
     Variables variables_;
     mutable std::mutex mutex_; // of what follows
     mutable Latest latest_;
-    mutable const NetworkService* latestService_ = nullptr; // of services_
 };
 
 } // namespace qk::platform

@@ -9,7 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
+#include <utility>
 #include <vector>
 
 namespace qk::platform {
@@ -52,6 +52,17 @@ std::int32_t linkStatus(const NetworkLink& link) {
     }
     return kStatusValid | ((link.flags & kLowerUp) != 0 ? kStatusActive : 0);
 }
+
+// The one that a name belongs to.
+class SingleEntry final : public IOIterator {
+public:
+    explicit SingleEntry(io_registry_entry_t entry) : entry_(entry) {}
+
+    [[nodiscard]] io_object_t next() override { return std::exchange(entry_, IO_OBJECT_NULL); }
+
+private:
+    io_registry_entry_t entry_;
+};
 
 // Bits per second; 0 when it is not known, as for a link that is down.
 std::int64_t linkSpeed(const NetworkSnapshot& network, const NetworkLink& link) {
@@ -120,22 +131,22 @@ std::optional<IOMatching> LinuxIORegistry::serviceMatching(const NSString& class
 kern_return_t LinuxIORegistry::getMatchingServices(const IOMatching& matching,
                                                    std::unique_ptr<IOIterator>& iterator) const {
     const auto network = network_->snapshot();
-    std::vector<io_registry_entry_t> entries;
     if (matching.kind == IOMatching::Kind::BSDName) {
         const auto name = fileSystemRepresentation(matching.text);
         const NetworkLink* link = name.has_value() ? network->link(*name) : nullptr;
         if (link != nullptr) {
-            entries.push_back(entryOf(link->index));
+            iterator = std::make_unique<SingleEntry>(entryOf(link->index));
         }
     } else if (matching.text == names().interfaceClass) {
+        std::vector<io_registry_entry_t> entries;
         for (const NetworkLink& link : network->kernel().links) {
             if ((link.flags & IFF_LOOPBACK) == 0) {
                 entries.push_back(entryOf(link.index));
             }
         }
-    }
-    if (!entries.empty()) {
-        iterator = std::make_unique<Entries>(std::move(entries));
+        if (!entries.empty()) {
+            iterator = std::make_unique<Entries>(std::move(entries));
+        }
     }
     return KERN_SUCCESS;
 }

@@ -3,6 +3,7 @@
 
 #include "QKFoundation/platform/linux/NetworkValues.h"
 #include "QKFoundation/platform/linux/SchemaTexts.h"
+#include "QKFoundation/platform/values/NSStringStorage.h"
 
 #include <algorithm>
 #include <array>
@@ -77,25 +78,25 @@ std::optional<NSArray> supportedInterfaces(const NSString* type) {
     return carriesPPP ? std::optional(ppp) : std::nullopt;
 }
 
-SCNetworkInterfaceRef interfaceOf(const NetworkService& service, const NetworkSnapshot& snapshot) {
-    auto result = std::make_shared<SCNetworkInterface>();
+SCNetworkInterface interfaceOf(const NetworkService& service, const NetworkSnapshot& snapshot) {
+    SCNetworkInterface result;
     if (!service.interfaceName.isEmpty()) {
-        result->bsdName = service.interfaceName;
+        result.bsdName = service.interfaceName;
     }
     if (NSString name = values::displayName(service); !name.isEmpty()) {
-        result->localizedDisplayName = std::move(name);
+        result.localizedDisplayName = std::move(name);
     }
     if (service.type != nullptr) {
-        result->interfaceType = *service.type;
+        result.interfaceType = *service.type;
     }
-    result->supportedInterfaceTypes = supportedInterfaces(service.type);
-    result->supportedProtocolTypes = supportedProtocols();
+    result.supportedInterfaceTypes = supportedInterfaces(service.type);
+    result.supportedProtocolTypes = supportedProtocols();
     if (service.link != nullptr) {
-        result->hardwareAddressString = hardwareAddressText(service.link->hardwareAddress);
-        result->transferUnits = transferUnits(*service.link);
+        result.hardwareAddressString = hardwareAddressText(service.link->hardwareAddress);
+        result.transferUnits = transferUnits(*service.link);
         if (mayHaveMedium(*service.link)) {
             const std::optional<MediumFacts> medium = snapshot.medium(*service.link);
-            result->activeMedia = medium.has_value() ? mediumDictionary(*medium) : std::nullopt;
+            result.activeMedia = medium.has_value() ? mediumDictionary(*medium) : std::nullopt;
         }
     }
     return result;
@@ -124,28 +125,34 @@ NSString hardwareAddressText(const std::vector<std::uint8_t>& address) {
         return {};
     }
     constexpr std::u16string_view kDigits = u"0123456789abcdef";
-    std::u16string text;
-    text.reserve(3 * address.size());
+    qk::internal::StorageBuilder builder(3 * address.size());
+    char16_t* const text = builder.units();
+    char16_t* end = text;
     for (const std::uint8_t byte : address) {
-        if (!text.empty()) {
-            text += u':';
+        if (end != text) {
+            *end++ = u':';
         }
-        text += kDigits[byte >> 4U];
-        text += kDigits[byte & 0xFU];
+        *end++ = kDigits[byte >> 4U];
+        *end++ = kDigits[byte & 0xFU];
     }
-    return NSString(text);
+    return NSString::adopting(builder.finish(static_cast<std::size_t>(end - text)));
 }
 
 std::optional<std::vector<SCNetworkServiceRef>> LinuxNetworkPreferences::copyAllServices() const {
+    // All records are in two blocks, which live as long as one of them is held.
+    const auto& all = services_->all();
+    const auto interfaces = std::make_shared<std::vector<SCNetworkInterface>>();
+    const auto services = std::make_shared<std::vector<SCNetworkService>>();
+    interfaces->reserve(all.size());
+    services->reserve(all.size());
     std::vector<SCNetworkServiceRef> result;
-    result.reserve(services_->all().size());
-    for (const NetworkService& service : services_->all()) {
-        auto record = std::make_shared<SCNetworkService>();
-        record->enabled = service.isEnabled ? 1 : 0;
-        record->name = service.name;
-        record->serviceID = service.id;
-        record->interface = interfaceOf(service, services_->snapshot());
-        result.push_back(std::move(record));
+    result.reserve(all.size());
+    for (const NetworkService& service : all) {
+        const SCNetworkInterface& interface = interfaces->emplace_back(interfaceOf(service, services_->snapshot()));
+        const SCNetworkService& record =
+            services->emplace_back(SCNetworkService{static_cast<std::uint8_t>(service.isEnabled ? 1 : 0), service.name,
+                                                    service.id, SCNetworkInterfaceRef(interfaces, &interface)});
+        result.emplace_back(services, &record);
     }
     return result;
 }

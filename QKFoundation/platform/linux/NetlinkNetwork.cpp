@@ -143,9 +143,8 @@ std::optional<std::string> lastComponent(const std::string& path) {
 
 } // namespace
 
-KernelNetwork readKernelNetwork() {
+KernelNetwork readKernelNetwork(NetlinkSocket& socket) {
     KernelNetwork network;
-    NetlinkSocket socket(NETLINK_ROUTE);
     if (socket.isOpen()) {
         readLinks(socket, network.links);
         readAddresses(socket, network.addresses);
@@ -178,7 +177,7 @@ void addParentDevices(const LinuxRoot& root, KernelNetwork& network) {
     }
 }
 
-std::optional<std::string> readNeighbour(std::int32_t link, const InternetAddress& address) {
+std::optional<std::string> readNeighbour(NetlinkSocket& socket, std::int32_t link, const InternetAddress& address) {
     const bool isIPv4 = address.family == AddressFamily::IPv4;
     ndmsg which{};
     which.ndm_family = isIPv4 ? AF_INET : AF_INET6;
@@ -186,7 +185,6 @@ std::optional<std::string> readNeighbour(std::int32_t link, const InternetAddres
     NetlinkRequest request(RTM_GETNEIGH, 0, which);
     request.append(NDA_DST, std::as_bytes(std::span(address.bytes)).first(isIPv4 ? 4 : address.bytes.size()));
     std::optional<std::string> text;
-    NetlinkSocket socket(NETLINK_ROUTE);
     const bool isAnswered = socket.ask(std::move(request), [&text](const parse::NetlinkMessage& message) {
         if (message.type == RTM_NEWNEIGH) {
             text = parse::neighbourHardwareAddress(message.payload);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QKFoundation/platform/linux/LinuxRoot.h"
+#include "QKFoundation/platform/linux/NetlinkSocket.h"
 #include "QKFoundation/platform/linux/NetworkSnapshot.h"
 
 #include <cstdint>
@@ -11,8 +12,9 @@
 /// The network as rtnetlink(7) tells it.
 namespace qk::platform {
 
-/// Links, addresses and default routes, asked for over one connection. A kind that the kernel refuses to list is empty.
-[[nodiscard]] KernelNetwork readKernelNetwork();
+/// Links, addresses and default routes, asked for over a connection to NETLINK_ROUTE. A kind that the kernel refuses to
+/// list is empty.
+[[nodiscard]] KernelNetwork readKernelNetwork(NetlinkSocket& socket);
 
 /// Puts the records into the order that `KernelNetwork` promises; of several links with one index the first stays.
 void arrange(KernelNetwork& network);
@@ -21,6 +23,7 @@ void arrange(KernelNetwork& network);
 void addParentDevices(const LinuxRoot& root, KernelNetwork& network);
 
 /// The hardware address of one neighbour on a link.
-[[nodiscard]] std::optional<std::string> readNeighbour(std::int32_t link, const InternetAddress& address);
+[[nodiscard]] std::optional<std::string> readNeighbour(NetlinkSocket& socket, std::int32_t link,
+                                                       const InternetAddress& address);
 
 } // namespace qk::platform

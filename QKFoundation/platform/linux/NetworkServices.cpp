@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <string>
 #include <unordered_set>
@@ -67,6 +68,11 @@ parse::ResolvConf readResolvConf(const LinuxRoot& root, std::string_view path) {
     return parse::resolvConf(readBytes(root.path(path), kMostOfResolvConf).value_or(std::string()));
 }
 
+// Blocks of memory are compared faster than units one by one.
+bool isSame(std::u16string_view one, std::u16string_view other) {
+    return one.size() == other.size() && std::memcmp(one.data(), other.data(), one.size() * sizeof(char16_t)) == 0;
+}
+
 std::unique_ptr<NetworkBus> busFor(const LinuxRoot& root) {
     return root.isHost() ? makeSystemNetworkBus() : nullptr;
 }
@@ -85,14 +91,10 @@ void NetworkServices::read() const {
     all_ = managed.has_value() ? networkmanager::services(*managed, *snapshot_) : std::vector<NetworkService>();
     appendNetworkdServices(*snapshot_, all_);
     appendKernelServices(*snapshot_, all_);
-    byID_.reserve(all_.size());
-    for (const NetworkService& service : all_) {
-        byID_.emplace(service.id.units(), &service);
-    }
 }
 
 const std::vector<NetworkService>& NetworkServices::all() const {
-    std::call_once(isRead_, [this] { read(); });
+    reading_.run([this] { read(); });
     return all_;
 }
 
@@ -109,9 +111,18 @@ std::vector<const NetworkService*> NetworkServices::byLink() const {
 }
 
 const NetworkService* NetworkServices::service(std::u16string_view id) const {
-    static_cast<void>(all());
+    const auto hasID = [id](const NetworkService& service) { return isSame(service.id.units(), id); };
+    if (const NetworkService* latest = latest_.find(all(), hasID); latest != nullptr) {
+        return latest;
+    }
+    indexing_.run([this] {
+        byID_.reserve(all_.size());
+        for (const NetworkService& service : all_) {
+            byID_.emplace(service.id.units(), &service);
+        }
+    });
     const auto found = byID_.find(id);
-    return found != byID_.end() ? found->second : nullptr;
+    return latest_.remember(all_, found != byID_.end() ? found->second : nullptr);
 }
 
 const NetworkService* NetworkServices::primary(AddressFamily family) const {
@@ -138,7 +149,7 @@ bool NetworkServices::isPrimary(const NetworkService& service) const {
 }
 
 const LinkNameServers& NetworkServices::resolved() const {
-    std::call_once(isResolvedAsked_, [this] {
+    askingResolved_.run([this] {
         if (bus_ != nullptr) {
             resolved_ = bus_->resolved().value_or(LinkNameServers());
         }
@@ -147,7 +158,7 @@ const LinkNameServers& NetworkServices::resolved() const {
 }
 
 const NameServers& NetworkServices::resolvConf() const {
-    std::call_once(isResolvConfRead_, [this] {
+    readingResolvConf_.run([this] {
         parse::ResolvConf configuration = readResolvConf(snapshot_->root(), "/etc/resolv.conf");
         if (parse::namesOnlyLocalStub(configuration)) {
             parse::ResolvConf upstream = readResolvConf(snapshot_->root(), "/run/systemd/resolve/resolv.conf");

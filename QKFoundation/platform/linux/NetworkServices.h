@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "QKFoundation/platform/linux/LatestPlace.h"
 #include "QKFoundation/platform/linux/NetworkBus.h"
 #include "QKFoundation/platform/linux/NetworkService.h"
 #include "QKFoundation/platform/linux/NetworkSnapshot.h"
+#include "QKFoundation/platform/linux/Once.h"
 
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string_view>
 #include <unordered_map>
@@ -61,12 +62,14 @@ private:
 
     std::shared_ptr<const NetworkSnapshot> snapshot_;
     std::unique_ptr<NetworkBus> bus_; // null: there is none to ask
-    mutable std::once_flag isRead_;
+    mutable Once reading_;
     mutable std::vector<NetworkService> all_;
+    mutable LatestPlace latest_;
+    mutable Once indexing_;
     mutable std::unordered_map<std::u16string_view, const NetworkService*> byID_;
-    mutable std::once_flag isResolvedAsked_;
+    mutable Once askingResolved_;
     mutable LinkNameServers resolved_;
-    mutable std::once_flag isResolvConfRead_;
+    mutable Once readingResolvConf_;
     mutable NameServers resolvConf_;
 };
 

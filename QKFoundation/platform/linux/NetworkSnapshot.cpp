@@ -2,11 +2,15 @@
 #include "QKFoundation/platform/linux/NetworkSnapshot.h"
 
 #include "QKFoundation/platform/linux/Ethtool.h"
+#include "QKFoundation/platform/linux/LatestPlace.h"
 #include "QKFoundation/platform/linux/NetlinkNetwork.h"
+#include "QKFoundation/platform/linux/NetlinkSocket.h"
 #include "QKFoundation/platform/linux/NetworkDevice.h"
+#include "QKFoundation/platform/linux/Once.h"
 #include "QKFoundation/platform/linux/Wireless.h"
 #include "QKFoundation/platform/linux/parse/KernelTexts.h"
 
+#include <linux/netlink.h>
 #include <sys/utsname.h>
 
 #include <algorithm>
@@ -35,16 +39,16 @@ bool kernelTellsParents() {
     return std::pair(major, minor) >= std::pair(5, 14);
 }
 
-std::string ipv4Text(std::span<const std::uint8_t, 4> bytes) {
-    std::array<char, 16> text; // NOLINT(cppcoreguidelines-pro-type-member-init): written before it is read
-    char* end = text.data();
+// Both write to a place that has room, and return the end of what they wrote.
+char* writeIPv4(char* text, std::span<const std::uint8_t, 4> bytes) {
+    char* end = text;
     for (const std::uint8_t byte : bytes) {
-        if (end != text.data()) {
+        if (end != text) {
             *end++ = '.';
         }
-        end = std::to_chars(end, text.data() + text.size(), unsigned{byte}).ptr;
+        end = std::to_chars(end, end + 3, unsigned{byte}).ptr;
     }
-    return {text.data(), end};
+    return end;
 }
 
 // The longest run of at least two groups of zero, the first one of several: its begin and end.
@@ -63,14 +67,13 @@ std::pair<std::size_t, std::size_t> longestZeros(const std::array<unsigned, 8>& 
     return best;
 }
 
-std::string ipv6Text(const std::array<std::uint8_t, 16>& bytes) {
+char* writeIPv6(char* text, const std::array<std::uint8_t, 16>& bytes) {
     std::array<unsigned, 8> groups{};
     for (std::size_t index = 0; index < groups.size(); ++index) {
         groups[index] = (unsigned{bytes[2 * index]} << 8U) | bytes[2 * index + 1];
     }
     const auto [zerosBegin, zerosEnd] = longestZeros(groups);
-    std::array<char, 48> text; // NOLINT(cppcoreguidelines-pro-type-member-init): written before it is read
-    char* end = text.data();
+    char* end = text;
     for (std::size_t index = 0; index < groups.size(); ++index) {
         if (index == zerosBegin) {
             *end++ = ':';
@@ -80,38 +83,17 @@ std::string ipv6Text(const std::array<std::uint8_t, 16>& bytes) {
                 break;
             }
         }
-        if (end != text.data()) {
+        if (end != text) {
             *end++ = ':';
         }
         // An address of the older protocol inside one of this: "::ffff:192.0.2.1" and "::192.0.2.1".
         if (index == 6 && zerosBegin == 0 && (zerosEnd == 6 || (zerosEnd == 5 && groups[5] == 0xFFFF))) {
-            return std::string(text.data(), end) + ipv4Text(std::span(bytes).last<4>());
+            return writeIPv4(end, std::span(bytes).last<4>());
         }
-        end = std::to_chars(end, text.data() + text.size(), groups[index], 16).ptr;
+        end = std::to_chars(end, end + 4, groups[index], 16).ptr;
     }
-    return {text.data(), end};
+    return end;
 }
-
-// Does something once, whichever thread comes first. std::call_once wakes waiting threads through the kernel each time,
-// which costs more than what is done here.
-class Once {
-public:
-    template <typename Action>
-    void run(Action&& action) {
-        if (isDone_.load(std::memory_order_acquire)) {
-            return;
-        }
-        const std::scoped_lock lock(mutex_);
-        if (!isDone_.load(std::memory_order_relaxed)) {
-            action();
-            isDone_.store(true, std::memory_order_release);
-        }
-    }
-
-private:
-    std::mutex mutex_;
-    std::atomic<bool> isDone_ = false;
-};
 
 // Answers that have been had already.
 template <typename Key, typename Answer>
@@ -131,29 +113,34 @@ private:
     std::vector<Entry> entries_;
 };
 
-struct ByLink {
-    bool operator()(const NetworkAddress& address, std::int32_t link) const noexcept { return address.link < link; }
-    bool operator()(std::int32_t link, const NetworkAddress& address) const noexcept { return link < address.link; }
-};
-
 } // namespace
 
 struct NetworkSnapshot::Lazy {
     Once reading;
     bool isCaptured = false;
     KernelNetwork kernel;
+    LatestPlace latestLink;
     Once indexing;
     std::unordered_map<std::string_view, const NetworkLink*> names;
+    std::atomic<std::size_t> latestAddress = 0; // the first one of the link whose were asked for last
 
-    std::mutex mutex; // of what follows
+    std::mutex mutex; // of what follows, and of the connection once the kernel's facts have been read
+    std::optional<NetlinkSocket> socket;
     Answers<std::pair<std::int32_t, InternetAddress>, std::optional<std::string>> neighbours;
     Answers<std::int32_t, std::optional<WirelessFacts>> wireless;
     Answers<std::int32_t, HardwareNames> hardware;
     WirelessReader wirelessReader;
 };
 
+std::string_view InternetAddress::text(Room& room) const {
+    char* const end = family == AddressFamily::IPv4 ? writeIPv4(room.data(), std::span(bytes).first<4>())
+                                                    : writeIPv6(room.data(), bytes);
+    return {room.data(), static_cast<std::size_t>(end - room.data())};
+}
+
 std::string InternetAddress::text() const {
-    return family == AddressFamily::IPv4 ? ipv4Text(std::span(bytes).first<4>()) : ipv6Text(bytes);
+    Room room;
+    return std::string(text(room));
 }
 
 NetworkSnapshot::NetworkSnapshot(LinuxRoot root) : root_(std::move(root)), lazy_(std::make_unique<Lazy>()) {}
@@ -171,7 +158,7 @@ const KernelNetwork& NetworkSnapshot::kernel() const {
         if (lazy_->isCaptured || !root_.isHost()) {
             return;
         }
-        lazy_->kernel = readKernelNetwork();
+        lazy_->kernel = readKernelNetwork(lazy_->socket.emplace(NETLINK_ROUTE));
         const auto hasParent = [](const NetworkLink& link) { return link.parentDevice.has_value(); };
         if (std::ranges::none_of(lazy_->kernel.links, hasParent) && !kernelTellsParents()) {
             addParentDevices(root_, lazy_->kernel);
@@ -181,27 +168,44 @@ const KernelNetwork& NetworkSnapshot::kernel() const {
 }
 
 const NetworkLink* NetworkSnapshot::link(std::string_view name) const {
-    lazy_->indexing.run([this] {
-        const auto& links = kernel().links;
+    const auto& links = kernel().links;
+    const auto hasName = [name](const NetworkLink& link) { return link.name == name; };
+    if (const NetworkLink* latest = lazy_->latestLink.find(links, hasName); latest != nullptr) {
+        return latest;
+    }
+    lazy_->indexing.run([&] {
         lazy_->names.reserve(links.size());
         for (const NetworkLink& link : links) {
             lazy_->names.emplace(link.name, &link);
         }
     });
     const auto found = lazy_->names.find(name);
-    return found != lazy_->names.end() ? found->second : nullptr;
+    return lazy_->latestLink.remember(links, found != lazy_->names.end() ? found->second : nullptr);
 }
 
 const NetworkLink* NetworkSnapshot::link(std::int32_t index) const {
     const auto& links = kernel().links;
+    const auto hasIndex = [index](const NetworkLink& link) { return link.index == index; };
+    if (const NetworkLink* latest = lazy_->latestLink.find(links, hasIndex); latest != nullptr) {
+        return latest;
+    }
     const auto found = std::ranges::lower_bound(links, index, {}, &NetworkLink::index);
-    return found != links.end() && found->index == index ? &*found : nullptr;
+    return lazy_->latestLink.remember(links, found != links.end() && hasIndex(*found) ? &*found : nullptr);
 }
 
 std::span<const NetworkAddress> NetworkSnapshot::addresses(std::int32_t link) const {
-    const auto& addresses = kernel().addresses;
-    const auto [begin, end] = std::equal_range(addresses.begin(), addresses.end(), link, ByLink());
-    return {begin, end};
+    constexpr std::ptrdiff_t kNear = 8;
+    const auto& all = kernel().addresses;
+    // Mostly those of the latest link, or of the next one.
+    const auto latest = all.begin() + static_cast<std::ptrdiff_t>(lazy_->latestAddress.load(std::memory_order_relaxed));
+    auto begin = latest != all.end() && latest->link <= link ? latest : all.begin();
+    const auto far = begin + std::min(kNear, all.end() - begin);
+    begin = std::find_if(begin, far, [link](const NetworkAddress& address) { return address.link >= link; });
+    if (begin == far) {
+        begin = std::ranges::lower_bound(far, all.end(), link, {}, &NetworkAddress::link);
+    }
+    lazy_->latestAddress.store(static_cast<std::size_t>(begin - all.begin()), std::memory_order_relaxed);
+    return {begin, std::find_if(begin, all.end(), [link](const NetworkAddress& each) { return each.link != link; })};
 }
 
 const NetworkRoute* NetworkSnapshot::defaultRoute(std::int32_t link, AddressFamily family) const {
@@ -221,8 +225,12 @@ std::optional<std::string> NetworkSnapshot::neighbour(std::int32_t link, const I
     if (!root_.isHost()) {
         return std::nullopt;
     }
+    static_cast<void>(kernel()); // who reads it has the connection
     const std::scoped_lock lock(lazy_->mutex);
-    return lazy_->neighbours.get({link, address}, [&] { return readNeighbour(link, address); });
+    const auto read = [&] {
+        return lazy_->socket.has_value() ? readNeighbour(*lazy_->socket, link, address) : std::nullopt;
+    };
+    return lazy_->neighbours.get({link, address}, read);
 }
 
 std::optional<WirelessFacts> NetworkSnapshot::wireless(const NetworkLink& link) const {

@@ -24,6 +24,11 @@ struct InternetAddress {
 
     /// As inet_ntop(3) writes it.
     [[nodiscard]] std::string text() const;
+
+    /// The same, written to `room`.
+    using Room = std::array<char, 48>;
+    [[nodiscard]] std::string_view text(Room& room) const;
+
     friend bool operator==(const InternetAddress&, const InternetAddress&) = default;
 };
 

@@ -2,6 +2,8 @@
 #include "QKFoundation/platform/linux/NetworkValues.h"
 
 #include "QKFoundation/platform/linux/SchemaTexts.h"
+#include "QKFoundation/platform/values/Collections.h"
+#include "QKFoundation/platform/values/NSStringStorage.h"
 
 #include <linux/if.h>
 
@@ -16,57 +18,76 @@
 namespace qk::platform::values {
 namespace {
 
-using Entries = std::vector<NSDictionary::Entry>;
+using Values = qk::internal::CollectionBuilder<Value>;
+using Entries = qk::internal::CollectionBuilder<NSDictionary::Entry>;
 
-std::optional<NSDictionary> dictionary(Entries entries) {
-    return entries.empty() ? std::nullopt : std::optional(NSDictionary(std::move(entries)));
+std::optional<NSDictionary> dictionary(Entries&& entries) {
+    return entries.count() == 0 ? std::nullopt : std::optional(NSDictionary(std::move(entries)));
 }
 
 // ASCII alone, which needs no decoding.
 NSString textOf(const InternetAddress& address) {
-    const std::string text = address.text();
-    std::array<char16_t, 64> units; // NOLINT(cppcoreguidelines-pro-type-member-init): written before it is read
-    const auto end = std::copy_n(text.begin(), std::min(text.size(), units.size()), units.begin());
-    return NSString(std::u16string_view(units.begin(), end));
+    InternetAddress::Room room;
+    const std::string_view text = address.text(room);
+    qk::internal::StorageBuilder builder(text.size());
+    std::ranges::copy(text, builder.units());
+    return NSString::adopting(builder.finish(text.size()));
 }
 
-// The mask of so many bits, each made once.
-const NSString& subnetMask(std::uint8_t prefixLength) {
-    static const std::array<NSString, 33>& masks = *[] {
-        auto* const all = new std::array<NSString, 33>;
-        for (unsigned length = 0; length < all->size(); ++length) {
-            InternetAddress mask;
-            for (unsigned bit = 0; bit < length; ++bit) {
-                mask.bytes[bit / 8] = static_cast<std::uint8_t>(mask.bytes[bit / 8] | (0x80U >> (bit % 8)));
-            }
-            (*all)[length] = textOf(mask);
+// The mask of so many bits.
+NSString subnetMask(std::size_t prefixLength) {
+    InternetAddress mask;
+    for (std::size_t bit = 0; bit < prefixLength; ++bit) {
+        mask.bytes[bit / 8] = static_cast<std::uint8_t>(mask.bytes[bit / 8] | (0x80U >> (bit % 8)));
+    }
+    return textOf(mask);
+}
+
+// What stands beside an address with so long a prefix, as the array that it mostly is: of one. Each is made once.
+const NSArray& lengthValues(AddressFamily family, std::uint8_t prefixLength) {
+    static const auto& masks = *[] {
+        auto* const all = new std::array<NSArray, 33>;
+        for (std::size_t length = 0; length < all->size(); ++length) {
+            (*all)[length] = NSArray{subnetMask(length)};
         }
         return all;
     }();
-    return masks[prefixLength < masks.size() ? prefixLength : masks.size() - 1];
+    static const auto& numbers = *[] {
+        auto* const all = new std::array<NSArray, 256>;
+        for (std::size_t length = 0; length < all->size(); ++length) {
+            (*all)[length] = NSArray{length};
+        }
+        return all;
+    }();
+    return family == AddressFamily::IPv6 ? numbers[prefixLength]
+                                         : masks[std::min<std::size_t>(prefixLength, masks.size() - 1)];
 }
 
 } // namespace
 
 AddressValues addressValues(const NetworkLink& link, AddressFamily family, const NetworkSnapshot& snapshot) {
-    std::vector<Value> texts;
-    std::vector<Value> lengths;
-    std::vector<Value> broadcasts;
-    for (const NetworkAddress& address : snapshot.addresses(link.index)) {
-        if (address.address.family != family) {
+    const auto all = snapshot.addresses(link.index);
+    const auto isWanted = [family](const NetworkAddress& each) { return each.address.family == family; };
+    const auto hasBroadcast = [&](const NetworkAddress& each) { return isWanted(each) && each.broadcast.has_value(); };
+    const auto count = static_cast<std::size_t>(std::ranges::count_if(all, isWanted));
+    Values texts(count);
+    Values lengths(count > 1 ? count : 0);
+    Values broadcasts(static_cast<std::size_t>(std::ranges::count_if(all, hasBroadcast)));
+    const NSArray* length = nullptr;
+    for (const NetworkAddress& address : all) {
+        if (!isWanted(address)) {
             continue;
         }
-        texts.emplace_back(textOf(address.address));
-        if (family == AddressFamily::IPv4) {
-            lengths.emplace_back(subnetMask(address.prefixLength));
-        } else {
-            lengths.emplace_back(NSNumber(address.prefixLength));
+        texts.add(textOf(address.address));
+        length = &lengthValues(family, address.prefixLength);
+        if (count > 1) {
+            lengths.add((*length)[0]);
         }
         if (address.broadcast.has_value()) {
-            broadcasts.emplace_back(textOf(*address.broadcast));
+            broadcasts.add(textOf(*address.broadcast));
         }
     }
-    return {NSArray(std::move(texts)), NSArray(std::move(lengths)), NSArray(std::move(broadcasts))};
+    return {NSArray(texts.finish()), count == 1 ? *length : NSArray(lengths.finish()), NSArray(broadcasts.finish())};
 }
 
 namespace {
@@ -78,23 +99,22 @@ std::optional<NSDictionary> serviceState(const AddressValues& addresses, Address
         return std::nullopt;
     }
     const bool isIPv4 = family == AddressFamily::IPv4;
-    Entries entries;
-    entries.reserve(4);
-    entries.emplace_back(texts.addresses, addresses.texts);
+    Entries entries(router.has_value() ? 4 : 2);
+    entries.add(texts.addresses, addresses.texts);
     if (router.has_value() && router->hardwareAddress.has_value()) {
         const std::string prefix = isIPv4 ? "IPv4." : "IPv6.";
-        entries.emplace_back(texts.networkSignature,
-                             NSString::fromUTF8Lossy(prefix + "Router=" + router->address + ";" + prefix +
-                                                     "RouterHardwareAddress=" + *router->hardwareAddress));
+        entries.add(texts.networkSignature,
+                    NSString::fromUTF8Lossy(prefix + "Router=" + router->address + ";" + prefix +
+                                            "RouterHardwareAddress=" + *router->hardwareAddress));
     }
     if (!isIPv4) {
-        entries.emplace_back(texts.prefixLength, addresses.lengths);
+        entries.add(texts.prefixLength, addresses.lengths);
     }
     if (router.has_value()) {
-        entries.emplace_back(texts.router, NSString::fromUTF8Lossy(router->address));
+        entries.add(texts.router, NSString::fromUTF8Lossy(router->address));
     }
     if (isIPv4) {
-        entries.emplace_back(texts.subnetMasks, addresses.lengths);
+        entries.add(texts.subnetMasks, addresses.lengths);
     }
     return NSDictionary(std::move(entries));
 }
@@ -106,13 +126,12 @@ std::optional<NSDictionary> interfaceIPv4(const AddressValues& addresses) {
     if (addresses.texts.count() == 0) {
         return std::nullopt;
     }
-    Entries entries;
-    entries.reserve(3);
-    entries.emplace_back(texts.addresses, addresses.texts);
+    Entries entries(3);
+    entries.add(texts.addresses, addresses.texts);
     if (addresses.broadcasts.count() > 0) {
-        entries.emplace_back(texts.broadcastAddresses, addresses.broadcasts);
+        entries.add(texts.broadcastAddresses, addresses.broadcasts);
     }
-    entries.emplace_back(texts.subnetMasks, addresses.lengths);
+    entries.add(texts.subnetMasks, addresses.lengths);
     return NSDictionary(std::move(entries));
 }
 
@@ -148,9 +167,10 @@ std::optional<NSDictionary> airPort(const NetworkLink& link, const NetworkSnapsh
         return std::nullopt;
     }
     const SchemaTexts& texts = schemaTexts();
-    Entries entries{{texts.powerStatus, facts->powered}};
+    Entries entries(2);
+    entries.add(texts.powerStatus, facts->powered);
     if (facts->ssid.has_value()) {
-        entries.emplace_back(texts.ssid, NSString::fromUTF8Lossy(*facts->ssid));
+        entries.add(texts.ssid, NSString::fromUTF8Lossy(*facts->ssid));
     }
     return NSDictionary(std::move(entries));
 }
@@ -158,52 +178,53 @@ std::optional<NSDictionary> airPort(const NetworkLink& link, const NetworkSnapsh
 std::optional<NSDictionary> dns(const NameServers& nameServers) {
     const SchemaTexts& texts = schemaTexts();
     const auto array = [](const std::vector<std::string>& strings) {
-        std::vector<Value> values;
-        values.reserve(strings.size());
+        Values values(strings.size());
         for (const std::string& string : strings) {
-            values.emplace_back(NSString::fromUTF8Lossy(string));
+            values.add(NSString::fromUTF8Lossy(string));
         }
-        return NSArray(std::move(values));
+        return NSArray(values.finish());
     };
-    Entries entries;
+    if (nameServers.isEmpty()) {
+        return std::nullopt;
+    }
+    Entries entries(3);
     if (!nameServers.domains.empty()) {
-        entries.emplace_back(texts.domainName, NSString::fromUTF8Lossy(nameServers.domains.front()));
-        entries.emplace_back(texts.searchDomains, array(nameServers.domains));
+        entries.add(texts.domainName, NSString::fromUTF8Lossy(nameServers.domains.front()));
+        entries.add(texts.searchDomains, array(nameServers.domains));
     }
     if (!nameServers.addresses.empty()) {
-        entries.emplace_back(texts.serverAddresses, array(nameServers.addresses));
+        entries.add(texts.serverAddresses, array(nameServers.addresses));
     }
-    return dictionary(std::move(entries));
+    return NSDictionary(std::move(entries));
 }
 
 std::optional<NSDictionary> dhcp(const parse::DHCPLease& lease) {
-    Entries entries;
+    Entries entries(1 + lease.options.size());
     if (lease.start.has_value()) {
-        entries.emplace_back("LeaseStartTime",
-                             NSDate::dateWithTimeIntervalSince1970(static_cast<double>(*lease.start)));
+        entries.add("LeaseStartTime", NSDate::dateWithTimeIntervalSince1970(static_cast<double>(*lease.start)));
     }
     for (const auto& [code, bytes] : lease.options) {
-        entries.emplace_back(NSString("Option_") + NSString::fromInteger(code), NSData(bytes));
+        entries.add(NSString("Option_") + NSString::fromInteger(code), NSData(bytes));
     }
     return dictionary(std::move(entries));
 }
 
 NSDictionary interfaceSetup(const NetworkService& service) {
     const SchemaTexts& texts = schemaTexts();
-    Entries entries;
+    Entries entries(4);
     if (!service.interfaceName.isEmpty()) {
-        entries.emplace_back(texts.deviceName, service.interfaceName);
+        entries.add(texts.deviceName, service.interfaceName);
     }
     if (service.type != nullptr) {
         // A wireless interface is an Ethernet with other hardware.
         const bool isWireless = service.type == &texts.typeIEEE80211;
         const bool isEthernet = isWireless || service.type == &texts.typeEthernet;
         if (isEthernet) {
-            entries.emplace_back(texts.hardware, isWireless ? NSString(kSCEntNetAirPort) : texts.typeEthernet);
+            entries.add(texts.hardware, isWireless ? NSString(kSCEntNetAirPort) : texts.typeEthernet);
         }
-        entries.emplace_back(texts.type, isEthernet ? texts.typeEthernet : *service.type);
+        entries.add(texts.type, isEthernet ? texts.typeEthernet : *service.type);
     }
-    entries.emplace_back(texts.userDefinedName, displayName(service));
+    entries.add(texts.userDefinedName, displayName(service));
     return NSDictionary(std::move(entries));
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/linux/StoreKey.h"
 
-#include <array>
 #include <cstddef>
 #include <cstring>
 
@@ -13,35 +12,51 @@ using Subject = StoreKey::Subject;
 
 constexpr std::size_t kIdentifierLength = 36; // of a UUID as a text
 
-// Blocks of memory are compared faster than units one by one, and a key is taken apart for everything that is read.
-bool isHead(std::u16string_view head, std::u16string_view text) {
-    return head.size() <= text.size() && std::memcmp(head.data(), text.data(), head.size() * sizeof(char16_t)) == 0;
+// Blocks of memory are compared faster than units one by one, in a few words where their length is known, and a key is
+// taken apart for everything that is read.
+template <std::size_t N>
+bool isHead(const char16_t (&head)[N], std::u16string_view text) { // NOLINT(modernize-avoid-c-arrays): a literal
+    constexpr std::size_t kLength = N - 1;
+    return kLength <= text.size() && std::memcmp(&head[0], text.data(), kLength * sizeof(char16_t)) == 0;
+}
+
+template <std::size_t N>
+bool isWhole(const char16_t (&other)[N], std::u16string_view text) { // NOLINT(modernize-avoid-c-arrays)
+    return text.size() == N - 1 && isHead(other, text);
 }
 
 std::optional<Entity> entity(std::u16string_view text) {
-    struct Row {
-        std::u16string_view text;
-        Entity entity;
-    };
-    static constexpr std::array kRows{
-        Row{u"IPv4", Entity::IPv4},       Row{u"IPv6", Entity::IPv6},       Row{u"DNS", Entity::DNS},
-        Row{u"AirPort", Entity::AirPort}, Row{u"Link", Entity::Link},       Row{u"Interface", Entity::Interface},
-        Row{u"DHCP", Entity::DHCP},       Row{u"Proxies", Entity::Proxies},
-    };
-    for (const Row& row : kRows) {
-        if (row.text.size() == text.size() && isHead(row.text, text)) {
-            return row.entity;
-        }
+    if (isWhole(u"IPv4", text)) {
+        return Entity::IPv4;
     }
-    return std::nullopt;
+    if (isWhole(u"IPv6", text)) {
+        return Entity::IPv6;
+    }
+    if (isWhole(u"DNS", text)) {
+        return Entity::DNS;
+    }
+    if (isWhole(u"AirPort", text)) {
+        return Entity::AirPort;
+    }
+    if (isWhole(u"Link", text)) {
+        return Entity::Link;
+    }
+    if (isWhole(u"Interface", text)) {
+        return Entity::Interface;
+    }
+    if (isWhole(u"DHCP", text)) {
+        return Entity::DHCP;
+    }
+    return isWhole(u"Proxies", text) ? std::optional(Entity::Proxies) : std::nullopt;
 }
 
 // Takes `head` off the front of `text`; false where it is not there.
-bool take(std::u16string_view& text, std::u16string_view head) {
+template <std::size_t N>
+bool take(std::u16string_view& text, const char16_t (&head)[N]) { // NOLINT(modernize-avoid-c-arrays)
     if (!isHead(head, text)) {
         return false;
     }
-    text.remove_prefix(head.size());
+    text.remove_prefix(N - 1);
     return true;
 }
 
@@ -54,7 +69,7 @@ std::optional<StoreKey> storeKey(std::u16string_view key) {
     } else if (!take(key, u"State:")) {
         return std::nullopt;
     }
-    if (key == u"/Network/Interface") {
+    if (isWhole(u"/Network/Interface", key)) {
         return result;
     }
     if (take(key, u"/Network/Service/")) {

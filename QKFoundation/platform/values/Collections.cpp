@@ -2,90 +2,59 @@
 #include "QKFoundation/platform/values/Collections.h"
 
 #include <algorithm>
-#include <new>
-#include <utility>
+#include <cstdint>
 
 namespace qk::internal {
 
 namespace {
 
-using Values = std::vector<Value>;
-using Entries = std::vector<NSDictionary::Entry>;
-
-/// The contents of collections that died, waiting for their turn.
-struct Remains {
-    std::vector<Values> values;
-    std::vector<Entries> entries;
-
-    void add(Values&& contents) { values.push_back(std::move(contents)); }
-    void add(Entries&& contents) { entries.push_back(std::move(contents)); }
-};
-
-/// How deep in each other the collections are that this thread is destroying, and where those go that are too deep.
-/// Plain data: collections may still die while the thread's other variables are being destroyed.
+/// How deep in each other the collections are that this thread is destroying, and those that are too deep and wait for
+/// their turn. Plain data: collections may still die while the thread's other variables are being destroyed.
 struct Destruction {
     unsigned depth = 0;
-    Remains* remains = nullptr;
+    CollectionStorage* values = nullptr;
+    CollectionStorage* entries = nullptr;
 };
 thread_local constinit Destruction destruction;
 
 constexpr unsigned kDeepest = 32;
 
-void destroyRemains(Remains& remains) {
-    while (!remains.values.empty() || !remains.entries.empty()) {
-        if (!remains.values.empty()) {
-            const Values next = std::move(remains.values.back());
-            remains.values.pop_back();
-        } else {
-            const Entries next = std::move(remains.entries.back());
-            remains.entries.pop_back();
-        }
-    }
+/// The count of those that wait is over, so its place holds the one that waits behind.
+void push(CollectionStorage*& list, CollectionStorage* storage) noexcept {
+    static_assert(sizeof(std::uintptr_t) <= sizeof(std::size_t));
+    storage->references.store(reinterpret_cast<std::uintptr_t>(list), std::memory_order_relaxed);
+    list = storage;
 }
 
-/// Destroys `contents` here, or leaves them to the outermost call when this one is deep below it.
-template <typename Contents>
-void destroyContents(Contents& contents) noexcept {
+CollectionStorage* pop(CollectionStorage*& list) noexcept {
+    CollectionStorage* const storage = list;
+    list = reinterpret_cast<CollectionStorage*>(storage->references.load(std::memory_order_relaxed));
+    return storage;
+}
+
+template <typename Element>
+void destroyElements(CollectionStorage* storage) noexcept {
+    std::destroy_n(reinterpret_cast<Element*>(storage + 1), storage->count);
+    ::operator delete(storage);
+}
+
+/// Destroys `storage` here, or leaves it to the outermost call when this one is deep below it.
+template <typename Element>
+void destroyStorage(CollectionStorage* storage, CollectionStorage*& list) noexcept {
     if (destruction.depth == kDeepest) {
-        try {
-            destruction.remains->add(std::move(contents));
-            return;
-        } catch (const std::bad_alloc&) { // then one level more it is
-            contents.clear();
-            return;
-        }
-    }
-    if (destruction.depth > 0) {
-        ++destruction.depth;
-        contents.clear();
-        --destruction.depth;
+        push(list, storage);
         return;
     }
-    Remains remains;
-    destruction = {1, &remains};
-    contents.clear();
-    destroyRemains(remains);
-    destruction = {};
-}
-
-/// A vector whose end goes through `destroyContents`.
-template <typename Contents>
-struct Shared {
-    explicit Shared(Contents&& given) noexcept : contents(std::move(given)) {}
-    Shared(const Shared&) = delete;
-    Shared& operator=(const Shared&) = delete;
-    ~Shared() { destroyContents(contents); }
-
-    Contents contents;
-};
-
-template <typename Contents>
-std::shared_ptr<const Contents> share(Contents contents) {
-    if (contents.empty()) {
-        return nullptr;
+    ++destruction.depth;
+    destroyElements<Element>(storage);
+    while (destruction.depth == 1 && (destruction.values != nullptr || destruction.entries != nullptr)) {
+        if (destruction.values != nullptr) {
+            destroyElements<Value>(pop(destruction.values));
+        } else {
+            destroyElements<NSDictionary::Entry>(pop(destruction.entries));
+        }
     }
-    auto shared = std::make_shared<Shared<Contents>>(std::move(contents));
-    return {shared, &shared->contents};
+    --destruction.depth;
 }
 
 /// Pairs of values that are still to be compared.
@@ -153,12 +122,14 @@ private:
 
 } // namespace
 
-std::shared_ptr<const Values> shareValues(Values values) {
-    return share(std::move(values));
+template <>
+void Elements<Value>::destroy(CollectionStorage* storage) noexcept {
+    destroyStorage<Value>(storage, destruction.values);
 }
 
-std::shared_ptr<const Entries> shareEntries(Entries entries) {
-    return share(std::move(entries));
+template <>
+void Elements<NSDictionary::Entry>::destroy(CollectionStorage* storage) noexcept {
+    destroyStorage<NSDictionary::Entry>(storage, destruction.entries);
 }
 
 bool areEqual(const Value& left, const Value& right) {

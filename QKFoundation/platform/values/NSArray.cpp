@@ -5,42 +5,31 @@
 
 namespace qk {
 
-NSArray::NSArray(std::initializer_list<Value> values) : NSArray(std::vector<Value>(values)) {}
+using internal::CollectionBuilder;
 
-NSArray::NSArray(std::vector<Value> values) : values_(internal::shareValues(std::move(values))) {}
+NSArray::NSArray(std::initializer_list<Value> values) : NSArray(CollectionBuilder<Value>(values).finish()) {}
 
-NSArray::NSArray(const std::vector<NSString>& strings) : NSArray(std::vector<Value>(strings.begin(), strings.end())) {}
+NSArray::NSArray(std::vector<Value> values) : NSArray(CollectionBuilder<Value>(std::move(values)).finish()) {}
 
-std::size_t NSArray::count() const noexcept {
-    return values_ == nullptr ? 0 : values_->size();
-}
-
-std::span<const Value> NSArray::values() const noexcept {
-    return values_ == nullptr ? std::span<const Value>() : std::span<const Value>(*values_);
-}
-
-const Value* NSArray::begin() const noexcept {
-    return values().data();
-}
-
-const Value* NSArray::end() const noexcept {
-    return values().data() + count();
-}
-
-const Value& NSArray::operator[](std::size_t index) const noexcept {
-    return (*values_)[index];
+NSArray::NSArray(const std::vector<NSString>& strings) {
+    CollectionBuilder<Value> values(strings.size());
+    for (const NSString& string : strings) {
+        values.add(string);
+    }
+    values_ = values.finish();
 }
 
 NSArray NSArray::arrayByAddingObject(const Value& value) const {
-    std::vector<Value> extended;
-    extended.reserve(count() + 1);
-    extended.assign(begin(), end());
-    extended.push_back(value);
-    return NSArray(std::move(extended));
+    CollectionBuilder<Value> extended(count() + 1);
+    for (const Value& each : *this) {
+        extended.add(each);
+    }
+    extended.add(value);
+    return NSArray(extended.finish());
 }
 
 bool operator==(const NSArray& left, const NSArray& right) {
-    return left.values_ == right.values_ || (left.count() == right.count() && internal::areEqual(left, right));
+    return left.begin() == right.begin() || (left.count() == right.count() && internal::areEqual(left, right));
 }
 
 } // namespace qk

@@ -2,11 +2,12 @@
 #pragma once
 
 #include "QKFoundation/platform/Export.h"
+#include "QKFoundation/platform/values/NSCollectionStorage.h"
 
 #include <cstddef>
 #include <initializer_list>
-#include <memory>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace qk {
@@ -24,12 +25,15 @@ public:
     explicit NSArray(std::vector<Value> values);
     explicit NSArray(const std::vector<NSString>& strings);
 
-    [[nodiscard]] std::size_t count() const noexcept;
+    /// Of what a builder has finished.
+    explicit NSArray(internal::Elements<Value> values) noexcept : values_(std::move(values)) {}
+
+    [[nodiscard]] std::size_t count() const noexcept { return values_.count(); }
     [[nodiscard]] bool isEmpty() const noexcept { return count() == 0; }
 
     /// Valid as long as this array or a copy of it lives.
     [[nodiscard]] std::span<const Value> values() const noexcept;
-    [[nodiscard]] const Value* begin() const noexcept;
+    [[nodiscard]] const Value* begin() const noexcept { return values_.data(); }
     [[nodiscard]] const Value* end() const noexcept;
 
     /// The value at `index`, which is below `count`.
@@ -43,7 +47,7 @@ public:
     QK_EXPORT friend bool operator==(const NSArray& left, const NSArray& right);
 
 private:
-    std::shared_ptr<const std::vector<Value>> values_; // null when empty
+    internal::Elements<Value> values_;
 };
 
 } // namespace qk

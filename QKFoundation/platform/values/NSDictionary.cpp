@@ -4,11 +4,13 @@
 #include "QKFoundation/platform/values/Collections.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace qk {
 
 namespace {
 
+using internal::CollectionBuilder;
 using Entry = NSDictionary::Entry;
 
 // So many keys are compared for equality, which mostly ends at their lengths, sooner than for their order.
@@ -18,29 +20,30 @@ bool keyIsBelow(const Entry& left, const Entry& right) {
     return left.first < right.first;
 }
 
-/// `entries` in ascending order, with the last one of each key.
-std::vector<Entry> inOrder(std::vector<Entry> entries) {
+/// Puts `entries` in ascending order, with the last one of each key.
+void arrange(CollectionBuilder<Entry>& entries) {
     const auto isNotBelow = [](const Entry& left, const Entry& right) { return !keyIsBelow(left, right); };
     if (std::adjacent_find(entries.begin(), entries.end(), isNotBelow) == entries.end()) {
-        return entries; // as they mostly come: each key above the one before
+        return; // as they mostly come: each key above the one before
     }
     std::stable_sort(entries.begin(), entries.end(), keyIsBelow);
     const auto sameKey = [](const Entry& left, const Entry& right) { return left.first == right.first; };
-    // From behind, "unique" keeps the last of a run, at the end of the vector.
-    const auto kept = std::unique(entries.rbegin(), entries.rend(), sameKey).base();
-    entries.erase(entries.begin(), kept);
-    return entries;
+    // From behind, "unique" keeps the last of a run, at the end.
+    const std::reverse_iterator last(entries.end());
+    const std::reverse_iterator first(entries.begin());
+    Entry* const kept = std::unique(last, first, sameKey).base();
+    entries.truncate(static_cast<std::size_t>(std::move(kept, entries.end(), entries.begin()) - entries.begin()));
 }
 
 } // namespace
 
-NSDictionary::NSDictionary(std::initializer_list<Entry> entries) : NSDictionary(std::vector<Entry>(entries)) {}
+NSDictionary::NSDictionary(std::initializer_list<Entry> entries) : NSDictionary(CollectionBuilder<Entry>(entries)) {}
 
-NSDictionary::NSDictionary(std::vector<Entry> entries)
-    : entries_(internal::shareEntries(inOrder(std::move(entries)))) {}
+NSDictionary::NSDictionary(std::vector<Entry> entries) : NSDictionary(CollectionBuilder<Entry>(std::move(entries))) {}
 
-std::size_t NSDictionary::count() const noexcept {
-    return entries_ == nullptr ? 0 : entries_->size();
+NSDictionary::NSDictionary(CollectionBuilder<Entry>&& entries) {
+    arrange(entries);
+    entries_ = entries.finish();
 }
 
 const Value* NSDictionary::objectForKey(const NSString& key) const {
@@ -62,20 +65,8 @@ std::vector<NSString> NSDictionary::allKeys() const {
     return keys;
 }
 
-std::span<const Entry> NSDictionary::entries() const noexcept {
-    return entries_ == nullptr ? std::span<const Entry>() : std::span<const Entry>(*entries_);
-}
-
-const Entry* NSDictionary::begin() const noexcept {
-    return entries().data();
-}
-
-const Entry* NSDictionary::end() const noexcept {
-    return entries().data() + count();
-}
-
 bool operator==(const NSDictionary& left, const NSDictionary& right) {
-    return left.entries_ == right.entries_ || (left.count() == right.count() && internal::areEqual(left, right));
+    return left.begin() == right.begin() || (left.count() == right.count() && internal::areEqual(left, right));
 }
 
 NSMutableDictionary::NSMutableDictionary() noexcept = default;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "QKFoundation/platform/Export.h"
+#include "QKFoundation/platform/values/NSCollectionStorage.h"
 #include "QKFoundation/platform/values/NSString.h"
 
 #include <cstddef>
@@ -16,6 +17,11 @@ namespace qk {
 
 class Value;
 
+namespace internal {
+template <typename Element>
+class CollectionBuilder;
+}
+
 /// Immutable values by string key, in ascending order of the keys. Copying shares them.
 /// Threads: may be read, copied and destroyed anywhere at the same time.
 class QK_EXPORT NSDictionary {
@@ -29,7 +35,10 @@ public:
     /// Of entries with the same key the last one counts.
     explicit NSDictionary(std::vector<Entry> entries);
 
-    [[nodiscard]] std::size_t count() const noexcept;
+    /// Of what a builder holds, which is empty then.
+    explicit NSDictionary(internal::CollectionBuilder<Entry>&& entries);
+
+    [[nodiscard]] std::size_t count() const noexcept { return entries_.count(); }
     [[nodiscard]] bool isEmpty() const noexcept { return count() == 0; }
 
     /// `objectForKey:`. The value for `key`, null when there is none. Valid as long as this dictionary or a copy of it
@@ -45,7 +54,7 @@ public:
 
     /// All entries, ascending by key. Valid as long as this dictionary or a copy of it lives.
     [[nodiscard]] std::span<const Entry> entries() const noexcept;
-    [[nodiscard]] const Entry* begin() const noexcept;
+    [[nodiscard]] const Entry* begin() const noexcept { return entries_.data(); }
     [[nodiscard]] const Entry* end() const noexcept;
 
     /// The number of entries: equal dictionaries have equal counts, and none is walked for its hash.
@@ -53,7 +62,7 @@ public:
     QK_EXPORT friend bool operator==(const NSDictionary& left, const NSDictionary& right);
 
 private:
-    std::shared_ptr<const std::vector<Entry>> entries_; // null when empty
+    internal::Elements<Entry> entries_;
 };
 
 /// A dictionary under construction. Threads: one at a time.

@@ -54,23 +54,7 @@ std::size_t commonPrefix(std::u16string_view left, std::u16string_view right) {
 
 } // namespace
 
-NSString::NSString() noexcept : storage_(&internal::kEmptyStorage) {}
-
 NSString::NSString(std::u16string_view units) : storage_(storageOf(units)) {}
-
-NSString& NSString::operator=(const NSString& other) noexcept {
-    CFStringRef old = std::exchange(storage_, CFRetain(other.storage_));
-    CFRelease(old);
-    return *this;
-}
-
-NSString& NSString::operator=(NSString&& other) noexcept {
-    if (this != &other) {
-        CFStringRef old = std::exchange(storage_, std::exchange(other.storage_, &internal::kEmptyStorage));
-        CFRelease(old);
-    }
-    return *this;
-}
 
 NSString NSString::fromInteger(std::int64_t number) {
     return fromDigits(number);
@@ -78,14 +62,6 @@ NSString NSString::fromInteger(std::int64_t number) {
 
 NSString NSString::fromUnsignedInteger(std::uint64_t number) {
     return fromDigits(number);
-}
-
-std::size_t NSString::length() const noexcept {
-    return storage_->length;
-}
-
-std::u16string_view NSString::units() const {
-    return internal::unitsOf(storage_);
 }
 
 std::size_t NSString::hash() const {
@@ -104,12 +80,8 @@ NSComparisonResult NSString::compare(const NSString& other) const {
                        : NSComparisonResult::NSOrderedSame;
 }
 
-bool operator==(const NSString& left, const NSString& right) {
-    if (left.storage_ == right.storage_) {
-        return true;
-    }
-    return left.length() == right.length() &&
-           std::memcmp(left.units().data(), right.units().data(), left.length() * sizeof(char16_t)) == 0;
+bool NSString::hasUnitsOf(const NSString& other) const {
+    return std::memcmp(units().data(), other.units().data(), length() * sizeof(char16_t)) == 0;
 }
 
 std::strong_ordering operator<=>(const NSString& left, const NSString& right) {
@@ -140,14 +112,20 @@ NSString NSString::substring(std::size_t index, std::size_t count) const {
     return NSString(units().substr(index, count));
 }
 
-NSString NSString::concatenated(std::u16string_view left, std::u16string_view right) {
-    if (left.size() + right.size() == 0) {
+NSString NSString::concatenated(std::initializer_list<std::u16string_view> pieces) {
+    std::size_t length = 0;
+    for (const std::u16string_view piece : pieces) {
+        length += piece.size();
+    }
+    if (length == 0) {
         return {};
     }
-    StorageBuilder builder(left.size() + right.size());
-    std::copy(left.begin(), left.end(), builder.units());
-    std::copy(right.begin(), right.end(), builder.units() + left.size());
-    return adopting(builder.finish(left.size() + right.size()));
+    StorageBuilder builder(length);
+    char16_t* end = builder.units();
+    for (const std::u16string_view piece : pieces) {
+        end = std::copy(piece.begin(), piece.end(), end);
+    }
+    return adopting(builder.finish(length));
 }
 
 } // namespace qk

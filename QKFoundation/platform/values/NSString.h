@@ -7,6 +7,7 @@
 #include <compare>
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,16 +17,60 @@
 namespace qk {
 
 /// The storage that an `NSString` and a `CFStringRef` share: immutable UTF-16 units and an atomic count of references.
-struct CFStringStorage;
+/// One block of memory, with the units right behind this header.
+///
+/// A string that borrows a caller's UTF-32 buffer has null `units` until somebody asks for them; they are then
+/// converted once, into a block of their own. A host uses the functions below; this stands here so that they cost no
+/// call.
+struct CFStringStorage {
+    constexpr CFStringStorage(std::size_t count, const char16_t* content, std::size_t contentLength) noexcept
+        : references(count), units(content), length(contentLength) {}
+
+    mutable std::atomic<std::size_t> references;
+    mutable std::atomic<std::size_t> hash{0}; // 0 until it is first asked for
+    mutable std::atomic<const char16_t*> units;
+    std::size_t length;
+};
 
 /// A reference to a string's storage. It owns nothing by itself: `CFRetain` and `CFRelease` count.
 using CFStringRef = const CFStringStorage*;
 
+namespace internal {
+
+/// The count of a storage that is never freed, and that nobody counts.
+inline constexpr std::size_t kImmortal = static_cast<std::size_t>(-1);
+
+/// The one storage of the empty string. It is there before any constructor runs and after all destructors have run.
+QK_EXPORT extern const CFStringStorage kEmptyStorage;
+
+/// Frees a storage that nobody refers to.
+QK_EXPORT void destroyStorage(CFStringRef string) noexcept;
+
+/// The units of a storage that borrows, converted now unless they have been before.
+[[nodiscard]] QK_EXPORT const char16_t* convertedUnits(CFStringRef string);
+
+} // namespace internal
+
 /// Adds one reference to `string` (not null) and returns it. Any thread.
-QK_EXPORT CFStringRef CFRetain(CFStringRef string) noexcept;
+inline CFStringRef CFRetain(CFStringRef string) noexcept {
+    if (string->references.load(std::memory_order_relaxed) != internal::kImmortal) {
+        string->references.fetch_add(1, std::memory_order_relaxed);
+    }
+    return string;
+}
 
 /// Gives one reference to `string` (not null) back; the last one frees the storage. Any thread.
-QK_EXPORT void CFRelease(CFStringRef string) noexcept;
+inline void CFRelease(CFStringRef string) noexcept {
+    const std::size_t count = string->references.load(std::memory_order_acquire);
+    if (count == internal::kImmortal) {
+        return;
+    }
+    // Whoever holds the only reference is alone: nobody else can be adding one, and the costly subtraction is not
+    // needed.
+    if (count == 1 || string->references.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+        internal::destroyStorage(string);
+    }
+}
 
 /// The number of references to `string` at this moment; only a diagnosis, since other threads may count at the same
 /// time. The storage of the empty string is shared by all and never freed: its count is always the largest number.
@@ -42,7 +87,7 @@ enum class NSComparisonResult { NSOrderedAscending = -1, NSOrderedSame = 0, NSOr
 class QK_EXPORT NSString {
 public:
     /// The empty string. Allocates nothing.
-    NSString() noexcept;
+    NSString() noexcept : storage_(&internal::kEmptyStorage) {}
 
     /// A copy of `units`, taken as they are.
     explicit NSString(std::u16string_view units);
@@ -58,9 +103,15 @@ public:
 
     NSString(const NSString& other) noexcept : storage_(CFRetain(other.storage_)) {}
     /// Leaves `other` empty.
-    NSString(NSString&& other) noexcept : NSString() { swap(other); }
-    NSString& operator=(const NSString& other) noexcept;
-    NSString& operator=(NSString&& other) noexcept;
+    NSString(NSString&& other) noexcept : storage_(std::exchange(other.storage_, &internal::kEmptyStorage)) {}
+    NSString& operator=(const NSString& other) noexcept {
+        NSString(other).swap(*this);
+        return *this;
+    }
+    NSString& operator=(NSString&& other) noexcept {
+        NSString(std::move(other)).swap(*this);
+        return *this;
+    }
     ~NSString() { CFRelease(storage_); }
     void swap(NSString& other) noexcept { std::swap(storage_, other.storage_); }
 
@@ -93,11 +144,14 @@ public:
     [[nodiscard]] CFStringRef storage() const noexcept { return storage_; }
 
     /// The number of UTF-16 units.
-    [[nodiscard]] std::size_t length() const noexcept;
+    [[nodiscard]] std::size_t length() const noexcept { return storage_->length; }
     [[nodiscard]] bool isEmpty() const noexcept { return length() == 0; }
 
     /// All units. Valid as long as this string's storage lives.
-    [[nodiscard]] std::u16string_view units() const;
+    [[nodiscard]] std::u16string_view units() const {
+        const char16_t* units = storage_->units.load(std::memory_order_acquire);
+        return {units != nullptr ? units : internal::convertedUnits(storage_), storage_->length};
+    }
 
     /// The unit at `index`, which is below `length`.
     [[nodiscard]] char16_t characterAtIndex(std::size_t index) const { return units()[index]; }
@@ -189,17 +243,22 @@ public:
     /// The hash of the units: equal strings have equal hashes.
     [[nodiscard]] std::size_t hash() const;
 
-    QK_EXPORT friend bool operator==(const NSString& left, const NSString& right);
+    [[nodiscard]] friend bool operator==(const NSString& left, const NSString& right) {
+        return left.storage_ == right.storage_ || (left.length() == right.length() && left.hasUnitsOf(right));
+    }
     QK_EXPORT friend std::strong_ordering operator<=>(const NSString& left, const NSString& right);
     [[nodiscard]] friend NSString operator+(const NSString& left, const NSString& right) {
-        return concatenated(left.units(), right.units());
+        return concatenated({left.units(), right.units()});
     }
+
+    /// One text of all `pieces`, in their order.
+    [[nodiscard]] static NSString concatenated(std::initializer_list<std::u16string_view> pieces);
 
 private:
     struct Adopt {};
     NSString(CFStringRef storage, Adopt /*adopt*/) noexcept : storage_(storage) {}
     [[nodiscard]] static NSString fromLiteral(std::string_view utf8);
-    [[nodiscard]] static NSString concatenated(std::u16string_view left, std::u16string_view right);
+    [[nodiscard]] bool hasUnitsOf(const NSString& other) const; // which is as long
 
     CFStringRef storage_; // never null
 };

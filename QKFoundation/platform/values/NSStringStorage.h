@@ -3,29 +3,12 @@
 
 #include "QKFoundation/platform/values/NSString.h"
 
-#include <atomic>
 #include <cstddef>
 #include <cstdlib>
 #include <new>
 #include <string_view>
 
-namespace qk {
-
-/// What is behind every string. One block of memory: this header with the units right behind it.
-///
-/// A string that borrows a caller's UTF-32 buffer is a `BorrowedStorage` instead, whose `units` are null until somebody
-/// asks for them; they are then converted once, into a block of their own.
-struct CFStringStorage {
-    constexpr CFStringStorage(std::size_t count, const char16_t* content, std::size_t contentLength) noexcept
-        : references(count), units(content), length(contentLength) {}
-
-    mutable std::atomic<std::size_t> references;
-    mutable std::atomic<std::size_t> hash{0}; // 0 until it is first asked for
-    mutable std::atomic<const char16_t*> units;
-    std::size_t length;
-};
-
-namespace internal {
+namespace qk::internal {
 
 /// A storage of well-formed UTF-32 elements that stay the caller's.
 struct BorrowedStorage : CFStringStorage {
@@ -39,14 +22,8 @@ struct BorrowedStorage : CFStringStorage {
 inline constexpr std::size_t kMaxUnits =
     (static_cast<std::size_t>(-1) / 4 - sizeof(CFStringStorage)) / sizeof(char16_t);
 
-/// The one storage of the empty string. It is there before any constructor runs and after all destructors have run.
-extern const CFStringStorage kEmptyStorage;
-
 /// The elements that `string` borrows, while nobody has asked for its units; no elements otherwise.
 [[nodiscard]] std::wstring_view borrowedElements(CFStringRef string) noexcept;
-
-/// All units of `string`, converted now if they were only borrowed so far.
-[[nodiscard]] std::u16string_view unitsOf(CFStringRef string);
 
 /// A storage under construction: raw memory into which units are written before their final number is known.
 class StorageBuilder {
@@ -89,5 +66,4 @@ private:
     std::size_t capacity_;
 };
 
-} // namespace internal
-} // namespace qk
+} // namespace qk::internal

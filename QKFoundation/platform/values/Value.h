@@ -15,6 +15,7 @@
 #include <concepts>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <type_traits>
 #include <utility>
 #include <variant>
@@ -67,6 +68,13 @@ public:
         return std::get_if<T>(&held_);
     }
 
+    /// As `as`, taken out of a value that nobody needs any more.
+    template <typename T>
+    [[nodiscard]] std::optional<T> take() && {
+        T* held = std::get_if<T>(&held_);
+        return held != nullptr ? std::optional<T>(std::move(*held)) : std::nullopt;
+    }
+
     /// The object that is held when it is a `T`, else null.
     template <std::derived_from<NSObjectProtocol> T>
     [[nodiscard]] std::shared_ptr<T> asObject() const {
@@ -93,6 +101,26 @@ public:
 private:
     Held held_;
 };
+
+inline std::span<const Value> NSArray::values() const noexcept {
+    return {begin(), count()};
+}
+
+inline const Value* NSArray::end() const noexcept {
+    return begin() + count();
+}
+
+inline const Value& NSArray::operator[](std::size_t index) const noexcept {
+    return begin()[index];
+}
+
+inline std::span<const NSDictionary::Entry> NSDictionary::entries() const noexcept {
+    return {begin(), count()};
+}
+
+inline const NSDictionary::Entry* NSDictionary::end() const noexcept {
+    return begin() + count();
+}
 
 template <typename T>
 const T* NSDictionary::get(const NSString& key) const {

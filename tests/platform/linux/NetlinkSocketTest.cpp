@@ -131,8 +131,9 @@ TEST_F(HostNetlink, LinksAreThoseThatTheCLibraryLists) {
 }
 
 TEST_F(HostNetlink, ANeighbourThatIsNotThereHasNoHardwareAddress) {
-    EXPECT_EQ(readNeighbour(0x7FFFFFF0, tests::internetAddress("192.0.2.1")), std::nullopt);
-    EXPECT_EQ(readNeighbour(1, tests::internetAddress("2001:db8::1")), std::nullopt);
+    NetlinkSocket socket(NETLINK_ROUTE);
+    EXPECT_EQ(readNeighbour(socket, 0x7FFFFFF0, tests::internetAddress("192.0.2.1")), std::nullopt);
+    EXPECT_EQ(readNeighbour(socket, 1, tests::internetAddress("2001:db8::1")), std::nullopt);
 }
 
 TEST_F(HostNetlink, ALinkThatIsNotThereHasNoMedium) {

@@ -102,6 +102,30 @@ TEST(NetworkSnapshot, AddressesInNoOrderAtAllAreFoundAsWell) {
     EXPECT_EQ(texts(network.addresses(9)), expected);
 }
 
+RC_GTEST_PROP(NetworkSnapshot, WhatWasAskedBeforeChangesNoAnswer, ()) {
+    KernelNetwork kernel;
+    for (std::int32_t index = 1; index <= 30; index += 2) {
+        kernel.links.push_back(virtualLink("n" + std::to_string(index), index));
+        for (std::int32_t count = *rc::gen::inRange(0, 12); count > 0; --count) {
+            kernel.addresses.push_back(address(index, ("10.0.0." + std::to_string(count)).c_str()));
+        }
+    }
+    const NetworkSnapshot network(kernel, LinuxRoot());
+    for (const std::int32_t index : *rc::gen::container<std::vector<std::int32_t>>(rc::gen::inRange(0, 33))) {
+        const bool isThere = index % 2 == 1 && index <= 30;
+        const NetworkLink* link = network.link(index);
+        RC_ASSERT((link != nullptr) == isThere);
+        RC_ASSERT(network.link("n" + std::to_string(index)) == link);
+        std::vector<std::string> expected;
+        for (const NetworkAddress& each : kernel.addresses) {
+            if (each.link == index) {
+                expected.push_back(each.address.text());
+            }
+        }
+        RC_ASSERT(texts(network.addresses(index)) == expected);
+    }
+}
+
 TEST(NetworkSnapshot, TheBestDefaultRouteHasTheLowestPriorityAndComesFirst) {
     using enum AddressFamily;
     const NetworkSnapshot network(

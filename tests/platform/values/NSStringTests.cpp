@@ -227,5 +227,12 @@ TEST(NSMutableString, AppendsInOrder) {
     EXPECT_EQ(string.copy(), "abcde");
 }
 
+TEST(NSString, JoinsPieces) {
+    EXPECT_EQ(NSString::concatenated({u"a", u"", u"bc", u"d"}), "abcd");
+    EXPECT_EQ(NSString::concatenated({u"alone"}), "alone");
+    EXPECT_EQ(NSString::concatenated({u"", u""}).storage(), NSString().storage());
+    EXPECT_EQ(NSString::concatenated({}).storage(), NSString().storage());
+}
+
 } // namespace
 } // namespace qk

@@ -106,5 +106,15 @@ TEST(Value, ServesAsAKey) {
     EXPECT_EQ(map.at(Value(NSNull())), 3);
 }
 
+TEST(Value, GivesWhatItHoldsAway) {
+    const NSString text("held");
+    Value value = text;
+    EXPECT_EQ(std::move(value).take<NSArray>(), std::nullopt);
+    const auto taken = Value(text).take<NSString>();
+    ASSERT_TRUE(taken.has_value());
+    EXPECT_EQ(taken->storage(), text.storage());
+    EXPECT_EQ(Value().take<NSString>(), std::nullopt);
+}
+
 } // namespace
 } // namespace qk
