@@ -2,10 +2,10 @@
 #include "QKFoundation/network/QKNetworkInfo.h"
 
 #include "QKFoundation/network/internal/NetworkInterfaces.h"
+#include "QKFoundation/network/internal/Predicates.h"
 #include "QKFoundation/network/internal/QKNetworkInterfaceConfigurationFactory.h"
 #include "QKFoundation/network/internal/QKNetworkInterfaceImpl.h"
 #include "QKFoundation/network/internal/QKSCNetworkServiceFactory.h"
-#include "QKFoundation/platform/objects/NSPredicate.h"
 
 #include <utility>
 
@@ -14,19 +14,6 @@ namespace {
 
 using platform::Services;
 using platform::services;
-
-// Predicates are parsed once and never destroyed: other threads may still ask while the process ends.
-const NSPredicate& activePredicate() {
-    static const auto& predicate =
-        *new std::shared_ptr<const NSPredicate>(NSPredicate::predicateWithFormat("linkActive = YES"));
-    return *predicate;
-}
-
-const NSPredicate& activeBuiltinPredicate() {
-    static const auto& predicate =
-        *new std::shared_ptr<const NSPredicate>(NSPredicate::predicateWithFormat("linkActive = YES AND builtin = YES"));
-    return *predicate;
-}
 
 } // namespace
 

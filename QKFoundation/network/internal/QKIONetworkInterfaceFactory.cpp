@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/network/internal/QKIONetworkInterfaceFactory.h"
 
+#include "QKFoundation/network/internal/Predicates.h"
 #include "QKFoundation/network/internal/QKIONetworkInterfaceImpl.h"
 #include "QKFoundation/network/internal/RegistryObject.h"
-#include "QKFoundation/platform/objects/NSPredicate.h"
 
 #include <optional>
 
@@ -12,13 +12,6 @@ namespace {
 
 using internal::RegistryObject;
 using platform::IORegistry;
-
-// Parsed once and never destroyed: other threads may still ask while the process ends.
-const NSPredicate& activePredicate() {
-    static const auto& predicate =
-        *new std::shared_ptr<const NSPredicate>(NSPredicate::predicateWithFormat("linkActive = YES"));
-    return *predicate;
-}
 
 // Null when there is nothing to go through. Of the result codes only the general failure counts: whatever else the
 // registry answers, the iterator decides.
@@ -62,7 +55,7 @@ QKIONetworkInterfaceFactory::hardwareInterfaces(const platform::Services& servic
 
 QKIONetworkInterfaceFactory::Interfaces
 QKIONetworkInterfaceFactory::activeHardwareInterfaces(const platform::Services& services) {
-    return filteredArrayUsingPredicate(hardwareInterfaces(services), activePredicate());
+    return filteredArrayUsingPredicate(hardwareInterfaces(services), internal::activePredicate());
 }
 
 } // namespace qk

@@ -1,23 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/network/internal/QKSCNetworkServiceFactory.h"
 
+#include "QKFoundation/network/internal/Predicates.h"
 #include "QKFoundation/network/internal/QKSCDynamicStore.h"
-#include "QKFoundation/platform/objects/NSPredicate.h"
 
 #include <unordered_set>
 #include <utility>
 
 namespace qk {
-namespace {
-
-// Parsed once and never destroyed: other threads may still ask while the process ends.
-const NSPredicate& enabledPredicate() {
-    static const auto& predicate =
-        *new std::shared_ptr<const NSPredicate>(NSPredicate::predicateWithFormat("enabled = YES"));
-    return *predicate;
-}
-
-} // namespace
 
 QKSCNetworkServiceFactory::NetworkServices
 QKSCNetworkServiceFactory::networkServices(const platform::Services& services) {
@@ -41,7 +31,7 @@ QKSCNetworkServiceFactory::networkServices(const platform::Services& services) {
 
 QKSCNetworkServiceFactory::NetworkServices
 QKSCNetworkServiceFactory::enabledNetworkServices(const platform::Services& services) {
-    return filteredArrayUsingPredicate(networkServices(services), enabledPredicate());
+    return filteredArrayUsingPredicate(networkServices(services), internal::enabledPredicate());
 }
 
 std::vector<NSString> QKSCNetworkServiceFactory::configuredNetworkServiceIds(const platform::Services& services) {
