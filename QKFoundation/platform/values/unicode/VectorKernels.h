@@ -3,14 +3,22 @@
 
 #include "QKFoundation/platform/values/unicode/ShortASCII.h"
 #include "QKFoundation/platform/values/unicode/VectorUTF16.h"
-#include "QKFoundation/platform/values/unicode/VectorUTF8.h"
+#include "QKFoundation/platform/values/unicode/VectorUTF8Short.h"
 
 /// The kernels for registers of 16 bytes, for whatever processor the including file is compiled.
 namespace qk::unicode {
 namespace {
 
 inline Progress utf8ToUTF16(const char* in, std::size_t length, char16_t* out) {
-    return shortASCIIToUTF16(in, length, out) ? Progress{length, length} : readUTF8<true, true>(in, length, out);
+    if (shortASCIIToUTF16(in, length, out)) {
+        return {length, length};
+    }
+    if (length - kLeastShortUTF8 <= kMostShortUTF8 - kLeastShortUTF8) {
+        if (const std::size_t units = shortUTF8ToUTF16(in, length, out); units != 0) {
+            return {length, units};
+        }
+    }
+    return readUTF8<true, true>(in, length, out);
 }
 
 inline Progress utf16LengthOfUTF8(const char* in, std::size_t length) {

@@ -58,9 +58,6 @@ inline unsigned bitsOfLanes(__m128i lanes) {
 inline std::size_t countBits(unsigned mask) {
     return static_cast<std::size_t>(_mm_popcnt_u32(mask));
 }
-inline __m128i lanesOf(std::uint32_t value) {
-    return _mm_set1_epi32(static_cast<int>(value));
-}
 inline __m128i wordsEqual(__m128i units, int mask, int value) {
     return _mm_cmpeq_epi16(_mm_and_si128(units, wordsOf(mask)), wordsOf(value));
 }
