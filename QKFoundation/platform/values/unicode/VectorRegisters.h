@@ -18,6 +18,9 @@ inline __m128i load(const void* at) {
 inline __m128i loadHalf(const void* at) {
     return _mm_loadl_epi64(static_cast<const __m128i*>(at));
 }
+inline void storeHalf(void* at, __m128i value) {
+    _mm_storel_epi64(static_cast<__m128i*>(at), value);
+}
 inline void store(void* at, __m128i value) {
     _mm_storeu_si128(static_cast<__m128i*>(at), value);
 }

@@ -156,9 +156,6 @@ inline __m128i dropFront(__m128i value, std::size_t count) {
 inline __m128i moveBack(__m128i value, std::size_t count) {
     return _mm_shuffle_epi8(value, load(kSlide.data() + 16 - count));
 }
-inline void storeHalf(char* out, __m128i value) {
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(out), value);
-}
 
 /// Stores the first `count`, at least eight, of the bytes, and touches nothing behind them. In registers: what is
 /// stored in pieces and loaded across them has to wait for memory.

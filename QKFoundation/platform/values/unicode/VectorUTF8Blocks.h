@@ -86,12 +86,6 @@ inline __m128i badSeconds(__m128i bytes, __m128i previous) {
     return _mm_and_si128(_mm_subs_epu8(_mm_sub_epi8(bytes, lowest), more), isAtLeast(previous, 0xE0));
 }
 
-/// Eight bytes of each stream, widened and put together. Only the low halves count.
-inline __m128i joinEight(__m128i last, __m128i second, __m128i third) {
-    return _mm_or_si128(_mm_cvtepu8_epi16(last), _mm_or_si128(_mm_slli_epi16(_mm_cvtepu8_epi16(second), 6),
-                                                              _mm_slli_epi16(_mm_cvtepu8_epi16(third), 12)));
-}
-
 /// Makes surrogates of units that were put together as if their characters had three bytes.
 inline __m128i fixSurrogates(__m128i units, __m128i highs, __m128i lows) {
     const __m128i high = _mm_add_epi16(_mm_srli_epi16(units, 4), wordsOf(0xD7C0));
@@ -123,12 +117,15 @@ inline char16_t* writeSixteen(const Sixteen& in, std::uint64_t keep, char16_t* o
     const __m128i isContinuation16 = _mm_cmplt_epi8(in.bytes, bytesOf(0xC0));
     const __m128i last = _mm_and_si128(in.bytes, bytesOf(0x7F));
     const __m128i second = _mm_and_si128(in.before1, _mm_and_si128(isContinuation16, bytesOf(0x3F)));
-    __m128i third = _mm_setzero_si128();
+    // Each byte beside the one before it, which counts 64 times as much.
+    __m128i low = _mm_maddubs_epi16(_mm_unpacklo_epi8(last, second), wordsOf(0x4001));
+    __m128i high = _mm_maddubs_epi16(_mm_unpackhi_epi8(last, second), wordsOf(0x4001));
     if constexpr (Three) {
-        third = _mm_and_si128(in.before2, isAtLeast(in.before2, 0xE0));
+        const __m128i third = _mm_and_si128(in.before2, isAtLeast(in.before2, 0xE0));
+        const __m128i zero = _mm_setzero_si128();
+        low = _mm_or_si128(low, _mm_slli_epi16(_mm_unpacklo_epi8(zero, third), 4));
+        high = _mm_or_si128(high, _mm_slli_epi16(_mm_unpackhi_epi8(zero, third), 4));
     }
-    __m128i low = joinEight(last, second, third);
-    __m128i high = joinEight(upperHalf(last), upperHalf(second), upperHalf(third));
     if constexpr (Four) {
         const __m128i highs = isAtLeast(in.before2, 0xF0);
         const __m128i lows = isAtLeast(in.before3, 0xF0);

@@ -22,13 +22,16 @@ struct RunOfThree {
         return _mm_madd_epi16(_mm_maddubs_epi16(bare, lanesOf(0x00404001)), lanesOf(0x00400001));
     }
 
-    static __m128i decode(const char* in, __m128i& wrong) {
-        // The last byte first. The second register begins at the eighth byte, to end with the step.
+    static __m128i decode(const char* in, __m128i& wrong) { return join(load(in), load(in + 8), wrong); }
+
+    /// Of the first twelve bytes of one register and the last twelve of the other.
+    static __m128i join(__m128i front, __m128i back, __m128i& wrong) {
+        // The last byte of a character first.
         const __m128i order = _mm_setr_epi8(2, 1, 0, -1, 5, 4, 3, -1, 8, 7, 6, -1, 11, 10, 9, -1);
         const __m128i later = _mm_setr_epi8(6, 5, 4, -1, 9, 8, 7, -1, 12, 11, 10, -1, 15, 14, 13, -1);
         wrong = _mm_setzero_si128();
-        const __m128i first = decodeFour(load(in), order, wrong);
-        const __m128i units = _mm_packus_epi32(first, decodeFour(load(in + 8), later, wrong));
+        const __m128i first = decodeFour(front, order, wrong);
+        const __m128i units = _mm_packus_epi32(first, decodeFour(back, later, wrong));
         // Overlong forms and surrogates.
         const __m128i top = _mm_and_si128(units, wordsOf(0xF800));
         wrong = _mm_or_si128(
@@ -40,8 +43,10 @@ struct RunOfThree {
 struct RunOfFour {
     static constexpr std::size_t kStep = 16;
 
-    static __m128i decode(const char* in, __m128i& wrong) {
-        const __m128i bare = _mm_xor_si128(load(in), lanesOf(0x808080F0));
+    static __m128i decode(const char* in, __m128i& wrong) { return join(load(in), wrong); }
+
+    static __m128i join(__m128i bytes, __m128i& wrong) {
+        const __m128i bare = _mm_xor_si128(bytes, lanesOf(0x808080F0));
         const __m128i values = _mm_madd_epi16(_mm_maddubs_epi16(bare, lanesOf(0x01400140)), lanesOf(0x00011000));
         const __m128i halves =
             _mm_or_si128(_mm_srli_epi32(values, 10), _mm_slli_epi32(_mm_and_si128(values, lanesOf(0x3FF)), 16));

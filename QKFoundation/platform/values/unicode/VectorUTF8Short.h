@@ -18,9 +18,39 @@ inline Sixteen loadShort(const char* in, std::size_t length) {
     return {bytes, _mm_slli_si128(bytes, 1), _mm_slli_si128(bytes, 2), _mm_slli_si128(bytes, 3)};
 }
 
+/// Four or five characters of three bytes, or two to four of four: the first ones and the last ones, which may overlap.
+/// Returns the units; 0 for other text.
+inline std::size_t shortRunToUTF16(const char* in, std::size_t length, __m128i bytes, char16_t* out) {
+    __m128i wrong;
+    __m128i units;
+    std::size_t count = 0;
+    if (length % 4 == 0 && byteAt(in, 0) >= 0xF0) {
+        units = RunOfFour::join(_mm_unpacklo_epi64(loadHalf(in), upperHalf(bytes)), wrong);
+        count = length / 2;
+    } else if (length % 3 == 0 && length >= 12) {
+        int third = 0;
+        std::memcpy(&third, in + 8, sizeof third);
+        units = RunOfThree::join(_mm_insert_epi32(loadHalf(in), third, 2), bytes, wrong);
+        count = length / 3;
+    } else {
+        return 0;
+    }
+    if (!isZero(wrong)) {
+        return 0;
+    }
+    storeHalf(out, units);
+    storeHalf(out + (count - 4), upperHalf(units));
+    return count;
+}
+
 /// Returns the units; 0 for malformed text, and then what is in `out` does not count.
 inline std::size_t shortUTF8ToUTF16(const char* in, std::size_t length, char16_t* out) {
     const Sixteen text = loadShort(in, length);
+    if (byteAt(in, 0) >= 0xE0) {
+        if (const std::size_t units = shortRunToUTF16(in, length, text.bytes, out); units != 0) {
+            return units;
+        }
+    }
     const std::uint64_t high = bitsOf(text.bytes);
     const std::uint64_t continuations = bitsOf(_mm_cmplt_epi8(text.bytes, bytesOf(0xC0)));
     const std::uint64_t leads2 = bitsOf(_mm_cmpgt_epi8(text.bytes, bytesOf(0xC1))) & high;
