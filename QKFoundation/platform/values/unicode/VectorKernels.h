@@ -2,15 +2,23 @@
 #pragma once
 
 #include "QKFoundation/platform/values/unicode/ShortASCII.h"
-#include "QKFoundation/platform/values/unicode/VectorUTF16.h"
-#include "QKFoundation/platform/values/unicode/VectorUTF8.h"
+#include "QKFoundation/platform/values/unicode/VectorUTF16Short.h"
+#include "QKFoundation/platform/values/unicode/VectorUTF8Short.h"
 
 /// The kernels for registers of 16 bytes, for whatever processor the including file is compiled.
 namespace qk::unicode {
 namespace {
 
 inline Progress utf8ToUTF16(const char* in, std::size_t length, char16_t* out) {
-    return shortASCIIToUTF16(in, length, out) ? Progress{length, length} : readUTF8<true, true>(in, length, out);
+    if (shortASCIIToUTF16(in, length, out)) {
+        return {length, length};
+    }
+    if (length - kLeastShortUTF8 <= kMostShortUTF8 - kLeastShortUTF8) {
+        if (const std::size_t units = shortUTF8ToUTF16(in, length, out); units != 0) {
+            return {length, units};
+        }
+    }
+    return readUTF8<true, true>(in, length, out);
 }
 
 inline Progress utf16LengthOfUTF8(const char* in, std::size_t length) {
@@ -21,20 +29,41 @@ inline std::size_t validUTF8ToUTF16(const char* in, std::size_t length, char16_t
     return shortASCIIToUTF16(in, length, out) ? length : readUTF8<false, true>(in, length, out).written;
 }
 
+/// Apart from the short texts, which would have to save the registers that this takes.
+[[gnu::noinline]] Progress longUTF16ToUTF8(const char16_t* in, std::size_t length, char* out) {
+    return writeLastUTF8(in, length, out, readUTF16<UTF8Writer>(in, length, out));
+}
+
 inline Progress utf16ToUTF8(const char16_t* in, std::size_t length, char* out) {
-    return shortASCIIToUTF8(in, length, out)
-               ? Progress{length, length}
-               : scalarUTF16ToUTF8<true>(in, length, out, readUTF16<UTF8Writer>(in, length, out));
+    if (shortASCIIToUTF8(in, length, out)) {
+        return {length, length};
+    }
+    if (isShortUTF16(length)) {
+        if (const std::size_t written = shortUTF16ToUTF8(in, length, out); written != 0) {
+            return {length, written};
+        }
+    }
+    return longUTF16ToUTF8(in, length, out);
 }
 
 inline Progress utf8LengthOfUTF16(const char16_t* in, std::size_t length) {
     return scalarUTF16ToUTF8<false>(in, length, nullptr, readUTF16<UTF16Counter<true>>(in, length, nullptr));
 }
 
+[[gnu::noinline]] Progress longUTF16ToUTF32(const char16_t* in, std::size_t length, char32_t* out) {
+    return scalarUTF16ToUTF32<true>(in, length, out, readUTF16<UTF32Writer>(in, length, out));
+}
+
 inline Progress utf16ToUTF32(const char16_t* in, std::size_t length, char32_t* out) {
-    return shortASCIIToUTF32(in, length, out)
-               ? Progress{length, length}
-               : scalarUTF16ToUTF32<true>(in, length, out, readUTF16<UTF32Writer>(in, length, out));
+    if (shortASCIIToUTF32(in, length, out)) {
+        return {length, length};
+    }
+    if (isShortUTF16(length)) {
+        if (const std::size_t written = shortUTF16ToUTF32(in, length, out); written != 0) {
+            return {length, written};
+        }
+    }
+    return longUTF16ToUTF32(in, length, out);
 }
 
 inline Progress utf32LengthOfUTF16(const char16_t* in, std::size_t length) {

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "QKFoundation/platform/values/unicode/VectorUTF8.h"
+#include "QKFoundation/platform/values/unicode/Scalar.h"
+#include "QKFoundation/platform/values/unicode/VectorRegisters.h"
 
 /// From UTF-16, and from UTF-32 to it, with registers of 16 bytes: eight units at a time. A table packs what counts.
 namespace qk::unicode {
@@ -13,6 +14,7 @@ template <std::size_t Lane, std::size_t Masks, typename Length>
 constexpr std::array<Shuffle, Masks> makePackBytes(Length length) {
     std::array<Shuffle, Masks> table{};
     for (unsigned mask = 0; mask < Masks; ++mask) {
+        table[mask].fill(0x80); // zeros behind what counts
         std::size_t to = 0;
         for (unsigned lane = 0; lane < 16 / Lane; ++lane) {
             for (std::size_t byte = Lane - length(mask, lane); byte < Lane; ++byte) {
@@ -23,12 +25,6 @@ constexpr std::array<Shuffle, Masks> makePackBytes(Length length) {
     return table;
 }
 
-/// Two bytes for the lanes of the mask, one for the others.
-constexpr auto kPackTwos =
-    makePackBytes<2, 256>([](unsigned mask, unsigned lane) -> std::size_t { return 1 + (mask >> lane & 1U); });
-/// One byte for a lane in the low half of the mask, two for one in the upper half alone, three for the others.
-constexpr auto kPackThrees = makePackBytes<4, 256>(
-    [](unsigned mask, unsigned lane) -> std::size_t { return 3 - (mask >> lane & 1U) - (mask >> (lane + 4) & 1U); });
 /// The lanes of the mask whole.
 constexpr auto kPackLanes = makePackBytes<4, 16>(
     [](unsigned mask, unsigned lane) -> std::size_t { return std::size_t{mask >> lane & 1U} * 4; });
@@ -58,9 +54,6 @@ inline unsigned bitsOfLanes(__m128i lanes) {
 inline std::size_t countBits(unsigned mask) {
     return static_cast<std::size_t>(_mm_popcnt_u32(mask));
 }
-inline __m128i lanesOf(std::uint32_t value) {
-    return _mm_set1_epi32(static_cast<int>(value));
-}
 inline __m128i wordsEqual(__m128i units, int mask, int value) {
     return _mm_cmpeq_epi16(_mm_and_si128(units, wordsOf(mask)), wordsOf(value));
 }
@@ -68,31 +61,51 @@ inline __m128i wordsEqual(__m128i units, int mask, int value) {
 /// Eight units, and all ones in the lanes of surrogates.
 struct UTF16Block {
     __m128i units;
-    __m128i before; // the unit before each; only where a low surrogate follows
     __m128i highs;
     __m128i lows;
+    bool isNarrow; // all below 0x800
     bool hasSurrogates;
-    bool isCut; // the last unit is a high surrogate
+    bool isPairs;      // there is nothing else
+    std::size_t count; // 7 if the last unit is a high surrogate: the next block begins with it
 };
 
-/// False for a lone surrogate. `cut` says that the block before ended with a high one.
-inline bool loadBlock(const char16_t* in, bool cut, UTF16Block& block) {
-    block.units = load(in);
-    const __m128i surrogates = wordsEqual(block.units, 0xF800, 0xD800);
-    block.hasSurrogates = _mm_testz_si128(surrogates, surrogates) == 0;
-    block.isCut = false;
+/// Whether there is nothing but pairs of surrogates, and none is cut.
+inline bool arePairs(__m128i units) {
+    return isZero(_mm_xor_si128(_mm_and_si128(units, wordsOf(-0x400)), lanesOf(0xDC00D800)));
+}
+
+/// False for a lone surrogate.
+inline bool makeBlock(__m128i units, UTF16Block& block) {
+    block.units = units;
+    block.isPairs = false;
+    block.count = 8;
+    block.hasSurrogates = false;
+    const __m128i top = _mm_and_si128(units, wordsOf(0xF800));
+    block.isNarrow = isZero(top);
+    if (block.isNarrow) {
+        return true;
+    }
+    const __m128i surrogates = _mm_cmpeq_epi16(top, wordsOf(0xD800));
+    block.hasSurrogates = !isZero(surrogates);
     if (!block.hasSurrogates) {
-        return !cut;
+        return true;
     }
-    block.lows = wordsEqual(block.units, 0xFC00, 0xDC00);
+    block.lows = wordsEqual(units, 0xFC00, 0xDC00);
     block.highs = _mm_andnot_si128(block.lows, surrogates);
-    const unsigned highs = bitsOfWords(block.highs);
-    block.isCut = (highs >> 7U) != 0;
-    block.before = _mm_slli_si128(block.units, 2);
-    if (cut) {
-        block.before = _mm_insert_epi16(block.before, in[-1], 0);
+    block.isPairs = arePairs(units);
+    if (block.isPairs) {
+        return true;
     }
-    return bitsOfWords(block.lows) == ((highs << 1U & 0xFF) | static_cast<unsigned>(cut));
+    const unsigned highs = bitsOfWords(block.highs);
+    block.count = 8 - (highs >> 7U);
+    return bitsOfWords(block.lows) == (highs << 1U & 0xFF);
+}
+
+/// The four characters of a block of pairs.
+inline __m128i joinPairs(__m128i units) {
+    // The high surrogates leave 0x10000 out; they are the lower halves of the lanes.
+    const __m128i bits = _mm_add_epi16(_mm_and_si128(units, wordsOf(0x3FF)), lanesOf(0x40));
+    return _mm_madd_epi16(bits, lanesOf(0x00010400));
 }
 
 template <bool Upper>
@@ -101,80 +114,6 @@ inline __m128i widen(__m128i words) {
 }
 
 /// The writers store the form of a block, or of half of it, and return how much that is.
-struct UTF8Writer {
-    using Out = char;
-    /// A register of 16 bytes is stored for four units, and they are sure of room for twelve only.
-    static constexpr std::size_t kUnitsForRoom = 10;
-    static constexpr std::size_t kPerHighSurrogate = 2;
-    static constexpr bool kCopiesPlain = true;
-
-    /// Copies ASCII, 32 units at a time. Returns how many, all of which there are.
-    [[gnu::noinline]] static std::size_t copyPlain(const char16_t* in, std::size_t length, char* out) {
-        std::size_t at = 0;
-        for (; length - at >= 32; at += 32) {
-            const __m128i first = load(in + at);
-            const __m128i second = load(in + at + 8);
-            const __m128i third = load(in + at + 16);
-            const __m128i fourth = load(in + at + 24);
-            const __m128i seen = _mm_or_si128(_mm_or_si128(first, second), _mm_or_si128(third, fourth));
-            if (_mm_testz_si128(seen, wordsOf(0xFF80)) == 0) {
-                break;
-            }
-            store(out + at, _mm_packus_epi16(first, second));
-            store(out + at + 16, _mm_packus_epi16(third, fourth));
-        }
-        return at;
-    }
-
-    static std::size_t write(const UTF16Block& block, char* out) {
-        if (_mm_testz_si128(block.units, wordsOf(0xF800)) != 0) {
-            return writeShort(block.units, out);
-        }
-        const std::size_t first = writeLanes<false>(block, out);
-        return first + writeLanes<true>(block, out + first);
-    }
-
-    static std::size_t writeShort(__m128i units, char* out) {
-        const __m128i second = _mm_slli_epi16(units, 8);
-        const __m128i both = _mm_or_si128(
-            _mm_or_si128(_mm_and_si128(second, wordsOf(0x3F00)), _mm_srli_epi16(units, 6)), wordsOf(0x80C0));
-        const __m128i wide = _mm_cmpgt_epi16(units, wordsOf(0x7F));
-        const unsigned mask = bitsOfWords(wide);
-        store(out, shuffle(_mm_blendv_epi8(second, both, wide), kPackTwos[mask]));
-        return 8 + countBits(mask);
-    }
-
-    /// Each lane becomes up to three bytes at its end. A high surrogate gives the first two bytes of its character, a
-    /// low one the last two.
-    template <bool Upper>
-    static std::size_t writeLanes(const UTF16Block& block, char* out) {
-        const __m128i units = widen<Upper>(block.units);
-        const __m128i ascii = _mm_cmplt_epi32(units, lanesOf(0x80));
-        __m128i two = _mm_cmplt_epi32(units, lanesOf(0x800));
-        __m128i headers = _mm_blendv_epi8(lanesOf(0x8080E000), lanesOf(0x80C00000), two);
-        __m128i values = units;
-        if (block.hasSurrogates) {
-            const __m128i highs = _mm_cvtepi16_epi32(Upper ? upperHalf(block.highs) : block.highs);
-            const __m128i lows = _mm_cvtepi16_epi32(Upper ? upperHalf(block.lows) : block.lows);
-            const __m128i bits = _mm_and_si128(units, lanesOf(0x3FF));
-            // Bits 12 to 20 of the character; 0x40 are the 0x10000 that surrogates leave out.
-            const __m128i front = _mm_srli_epi32(_mm_add_epi32(bits, lanesOf(0x40)), 2);
-            const __m128i above = _mm_and_si128(_mm_slli_epi32(widen<Upper>(block.before), 10), lanesOf(0xC00));
-            values = _mm_blendv_epi8(_mm_blendv_epi8(values, front, highs), _mm_or_si128(bits, above), lows);
-            headers = _mm_blendv_epi8(_mm_blendv_epi8(headers, lanesOf(0x80F00000), highs), lanesOf(0x80800000), lows);
-            two = _mm_or_si128(two, _mm_or_si128(highs, lows));
-        }
-        const __m128i first = _mm_and_si128(_mm_srli_epi32(values, 4), lanesOf(0x00000F00));
-        const __m128i middle = _mm_and_si128(_mm_slli_epi32(values, 10), lanesOf(0x003F0000));
-        const __m128i last = _mm_and_si128(_mm_slli_epi32(values, 24), lanesOf(0x3F000000));
-        const __m128i wide = _mm_or_si128(_mm_or_si128(first, middle), _mm_or_si128(last, headers));
-        const __m128i bytes = _mm_blendv_epi8(wide, _mm_slli_epi32(units, 24), ascii);
-        const unsigned mask = bitsOfLanes(ascii) | bitsOfLanes(two) << 4U;
-        store(out, shuffle(bytes, kPackThrees[mask]));
-        return 12 - countBits(mask);
-    }
-};
-
 struct UTF32Writer {
     using Out = char32_t;
     static constexpr std::size_t kUnitsForRoom = 8;
@@ -206,6 +145,10 @@ struct UTF32Writer {
             store(out + 4, widen<true>(block.units));
             return 8;
         }
+        if (block.isPairs) {
+            store(out, joinPairs(block.units));
+            return 4;
+        }
         const std::size_t first = writeLanes<false>(block, out);
         return first + writeLanes<true>(block, out + first);
     }
@@ -216,8 +159,8 @@ struct UTF32Writer {
         const __m128i units = widen<Upper>(block.units);
         const __m128i highs = _mm_cvtepi16_epi32(Upper ? upperHalf(block.highs) : block.highs);
         const __m128i lows = _mm_cvtepi16_epi32(Upper ? upperHalf(block.lows) : block.lows);
-        const __m128i joined =
-            _mm_sub_epi32(_mm_add_epi32(_mm_slli_epi32(widen<Upper>(block.before), 10), units), lanesOf(0x35FDC00));
+        const __m128i joined = _mm_sub_epi32(
+            _mm_add_epi32(_mm_slli_epi32(widen<Upper>(_mm_slli_si128(block.units, 2)), 10), units), lanesOf(0x35FDC00));
         const unsigned keep = ~bitsOfLanes(highs) & 0xF;
         store(out, shuffle(_mm_blendv_epi8(units, joined, lows), kPackLanes[keep]));
         return countBits(keep);
@@ -246,28 +189,24 @@ struct UTF16Counter {
     }
 };
 
-/// How far a conversion came, and whether the last unit is a high surrogate.
-struct UTF16Progress {
-    Progress at{0, 0};
-    bool isCut = false;
-};
-
 /// Converts the blocks that begin in front of `end`. False for a lone surrogate.
 template <typename Writer>
-inline bool convertBlocks(const char16_t* in, std::size_t end, typename Writer::Out* out, UTF16Progress& progress) {
-    UTF16Progress next = progress; // a copy stays in registers
-    UTF16Block block{};
+inline bool convertBlocks(const char16_t* in, std::size_t end, typename Writer::Out* out, Progress& progress) {
+    Progress at = progress; // a copy stays in registers
     bool isGood = true;
-    while (next.at.read < end) {
-        isGood = loadBlock(in + next.at.read, next.isCut, block);
+    while (at.read < end) {
+        UTF16Block block{};
+        isGood = makeBlock(load(in + at.read), block);
         if (!isGood) {
             break;
         }
-        next.at.written += Writer::write(block, out == nullptr ? nullptr : out + next.at.written);
-        next.at.read += 8;
-        next.isCut = block.isCut;
+        at.written += Writer::write(block, out == nullptr ? nullptr : out + at.written);
+        if (block.count != 8) [[unlikely]] {
+            at.written -= Writer::kPerHighSurrogate;
+        }
+        at.read += block.count;
     }
-    progress = next;
+    progress = at;
     return isGood;
 }
 
@@ -275,23 +214,22 @@ template <typename Writer>
 inline Progress readUTF16(const char16_t* in, std::size_t length, typename Writer::Out* out) {
     // Plain text is looked for only so often: among other characters that is in vain.
     constexpr std::size_t kOften = 256;
-    UTF16Progress progress;
-    Progress& at = progress.at;
+    Progress at{0, 0};
     while (length - at.read >= Writer::kUnitsForRoom) {
         if constexpr (Writer::kCopiesPlain) {
             // Not for short texts: the call itself would be felt.
-            if (!progress.isCut && length - at.read >= 32) {
+            if (length - at.read >= 32) {
                 const std::size_t copied = Writer::copyPlain(in + at.read, length - at.read, out + at.written);
                 at = {at.read + copied, at.written + copied};
             }
         }
         const std::size_t last = length - Writer::kUnitsForRoom;
         const std::size_t end = last < at.read + kOften ? last + 1 : at.read + kOften;
-        if (!convertBlocks<Writer>(in, end, out, progress)) {
+        if (!convertBlocks<Writer>(in, end, out, at)) {
             break;
         }
     }
-    return progress.isCut ? Progress{at.read - 1, at.written - Writer::kPerHighSurrogate} : at;
+    return at;
 }
 
 /// Four values. Returns the units, 0 for a value that is none of Unicode's.

@@ -1,180 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "QKFoundation/platform/values/unicode/Scalar.h"
+#include "QKFoundation/platform/values/unicode/VectorUTF8Blocks.h"
+#include "QKFoundation/platform/values/unicode/VectorUTF8Runs.h"
 
-#include <immintrin.h>
+#include <algorithm>
 
-#include <array>
-
-/// UTF-8 to UTF-16 with registers of 16 bytes, by the plan of AVX512UTF8.h: masks of 64 bytes say where a unit is due,
-/// a unit is put together from its last byte and the two before, and a table packs the units that count.
+/// UTF-8 to UTF-16 with registers of 16 bytes: ASCII and runs in loops of their own, and blocks for what is between.
 namespace qk::unicode {
 namespace {
-
-using Shuffle = std::array<std::uint8_t, 16>;
-
-inline __m128i load(const void* at) {
-    return _mm_loadu_si128(static_cast<const __m128i*>(at));
-}
-inline void store(void* at, __m128i value) {
-    _mm_storeu_si128(static_cast<__m128i*>(at), value);
-}
-inline __m128i shuffle(__m128i value, const Shuffle& order) {
-    return _mm_shuffle_epi8(value, load(order.data()));
-}
-inline __m128i bytesOf(int value) {
-    return _mm_set1_epi8(static_cast<char>(value));
-}
-inline __m128i wordsOf(int value) {
-    return _mm_set1_epi16(static_cast<short>(value));
-}
-
-/// Moves the 16-bit lanes of the index's bits to the front.
-constexpr std::array<Shuffle, 256> makePackWords() {
-    std::array<Shuffle, 256> table{};
-    for (unsigned mask = 0; mask < 256; ++mask) {
-        std::size_t to = 0;
-        for (unsigned lane = 0; lane < 8; ++lane) {
-            if ((mask >> lane & 1U) != 0) {
-                table[mask][to++] = static_cast<std::uint8_t>(2 * lane);
-                table[mask][to++] = static_cast<std::uint8_t>(2 * lane + 1);
-            }
-        }
-    }
-    return table;
-}
-constexpr std::array<Shuffle, 256> kPackWords = makePackWords();
-
-struct UTF8Masks {
-    std::uint64_t high = 0;          // not ASCII
-    std::uint64_t continuations = 0; // 80 to BF
-    std::uint64_t leads2 = 0;        // C2 to FF: a character of at least two bytes
-    std::uint64_t leads3 = 0;        // E0 to FF
-    std::uint64_t leads4 = 0;        // F0 to FF
-};
-
-inline std::uint64_t movedUp(std::uint64_t mask, std::uint64_t before, unsigned distance) {
-    return mask << distance | before >> (64 - distance);
-}
-
-/// The continuations that the characters cut at the end of a block still miss.
-inline std::uint64_t missing(const UTF8Masks& masks) {
-    return masks.leads2 >> 63U | masks.leads3 >> 62U | masks.leads4 >> 61U;
-}
-
-inline std::uint64_t bitsOf(__m128i lanes) {
-    return static_cast<std::uint32_t>(_mm_movemask_epi8(lanes));
-}
-
-inline UTF8Masks masksOf(const char* in) {
-    UTF8Masks masks;
-    for (unsigned i = 0; i < 64; i += 16) {
-        const __m128i bytes = load(in + i);
-        masks.high |= bitsOf(bytes) << i;
-        masks.continuations |= bitsOf(_mm_cmplt_epi8(bytes, bytesOf(0xC0))) << i;
-        masks.leads2 |= bitsOf(_mm_cmpgt_epi8(bytes, bytesOf(0xC1))) << i;
-        masks.leads3 |= bitsOf(_mm_cmpgt_epi8(bytes, bytesOf(0xDF))) << i;
-        masks.leads4 |= bitsOf(_mm_cmpgt_epi8(bytes, bytesOf(0xEF))) << i;
-    }
-    // The comparisons are signed, so ASCII is above all leads.
-    masks.leads2 &= masks.high;
-    masks.leads3 &= masks.high;
-    masks.leads4 &= masks.high;
-    return masks;
-}
-
-inline __m128i isAtLeast(__m128i bytes, int limit) {
-    return _mm_cmpeq_epi8(_mm_max_epu8(bytes, bytesOf(limit)), bytes);
-}
-
-/// Not zero where `bytes` are second bytes out of the range that their leads in `previous`, from E0 on, leave them.
-inline __m128i badSeconds(__m128i bytes, __m128i previous) {
-    const __m128i lowestE =
-        _mm_setr_epi8(-96, -128, -128, -128, -128, -128, -128, -128, -128, -128, -128, -128, -128, -128, -128, -128);
-    const __m128i lowestF = _mm_setr_epi8(-112, -128, -128, -128, -128, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1);
-    const __m128i moreE = _mm_setr_epi8(31, 63, 63, 63, 63, 63, 63, 63, 63, 63, 63, 63, 63, 31, 63, 63);
-    const __m128i moreF = _mm_setr_epi8(47, 63, 63, 63, 15, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
-    const __m128i index = _mm_and_si128(previous, bytesOf(0x0F));
-    const __m128i isFour = isAtLeast(previous, 0xF0);
-    const __m128i lowest = _mm_blendv_epi8(_mm_shuffle_epi8(lowestE, index), _mm_shuffle_epi8(lowestF, index), isFour);
-    const __m128i more = _mm_blendv_epi8(_mm_shuffle_epi8(moreE, index), _mm_shuffle_epi8(moreF, index), isFour);
-    return _mm_and_si128(_mm_subs_epu8(_mm_sub_epi8(bytes, lowest), more), isAtLeast(previous, 0xE0));
-}
-
-/// Eight bytes of each stream, widened and put together. Only the low halves count.
-inline __m128i joinEight(__m128i last, __m128i second, __m128i third) {
-    return _mm_or_si128(_mm_cvtepu8_epi16(last), _mm_or_si128(_mm_slli_epi16(_mm_cvtepu8_epi16(second), 6),
-                                                              _mm_slli_epi16(_mm_cvtepu8_epi16(third), 12)));
-}
-
-/// Makes surrogates of units that were put together as if their characters had three bytes.
-inline __m128i fixSurrogates(__m128i units, __m128i highs, __m128i lows) {
-    const __m128i high = _mm_add_epi16(_mm_srli_epi16(units, 4), wordsOf(0xD7C0));
-    const __m128i low = _mm_or_si128(_mm_and_si128(units, wordsOf(0x3FF)), wordsOf(0xDC00));
-    return _mm_blendv_epi8(_mm_blendv_epi8(units, low, _mm_cvtepi8_epi16(lows)), high, _mm_cvtepi8_epi16(highs));
-}
-
-inline __m128i upperHalf(__m128i value) {
-    return _mm_unpackhi_epi64(value, value);
-}
-
-inline char16_t* storePacked(char16_t* out, __m128i units, std::uint64_t keep) {
-    store(out, shuffle(units, kPackWords[keep & 0xFF]));
-    return out + _mm_popcnt_u32(static_cast<unsigned>(keep & 0xFF));
-}
-
-/// 16 bytes at `in`, behind which three more can be read backwards; `keep` has the bits of the bytes that end a unit.
-template <bool Three, bool Four>
-inline char16_t* writeSixteen(const char* in, std::uint64_t keep, char16_t* out) {
-    const __m128i bytes = load(in);
-    const __m128i isContinuation16 = _mm_cmplt_epi8(bytes, bytesOf(0xC0));
-    const __m128i last = _mm_and_si128(bytes, bytesOf(0x7F));
-    const __m128i second = _mm_and_si128(load(in - 1), _mm_and_si128(isContinuation16, bytesOf(0x3F)));
-    __m128i third = _mm_setzero_si128();
-    if constexpr (Three) {
-        const __m128i before = load(in - 2);
-        third = _mm_and_si128(before, isAtLeast(before, 0xE0));
-    }
-    __m128i low = joinEight(last, second, third);
-    __m128i high = joinEight(upperHalf(last), upperHalf(second), upperHalf(third));
-    if constexpr (Four) {
-        const __m128i highs = isAtLeast(load(in - 2), 0xF0);
-        const __m128i lows = isAtLeast(load(in - 3), 0xF0);
-        low = fixSurrogates(low, highs, lows);
-        high = fixSurrogates(high, upperHalf(highs), upperHalf(lows));
-    }
-    return storePacked(storePacked(out, low, keep), high, keep >> 8U);
-}
-
-template <bool Three, bool Four>
-inline void writeBlock(const char* in, std::uint64_t units, char16_t* out) {
-    for (unsigned i = 0; i < 64; i += 16) {
-        out = writeSixteen<Three, Four>(in + i, units >> i, out);
-    }
-}
-
-inline void writeASCII(const char* in, char16_t* out) {
-    for (std::size_t i = 0; i < 64; i += 16) {
-        const __m128i bytes = load(in + i);
-        store(out + i, _mm_cvtepu8_epi16(bytes));
-        store(out + i + 8, _mm_unpackhi_epi8(bytes, _mm_setzero_si128()));
-    }
-}
-
-inline bool hasBadSecond(const char* in) {
-    __m128i bad = _mm_setzero_si128();
-    for (std::size_t i = 0; i < 64; i += 16) {
-        bad = _mm_or_si128(bad, badSeconds(load(in + i), load(in + i - 1)));
-    }
-    return _mm_testz_si128(bad, bad) == 0;
-}
-
-inline bool is64ASCII(const char* in) {
-    const __m128i seen =
-        _mm_or_si128(_mm_or_si128(load(in), load(in + 16)), _mm_or_si128(load(in + 32), load(in + 48)));
-    return _mm_movemask_epi8(seen) == 0;
-}
 
 /// Copies ASCII, 64 bytes at a time. Returns how many, all of which there are. Long text is mostly this: in a loop
 /// without the masks of the general one it takes half the time.
@@ -189,51 +23,68 @@ template <bool Write>
     return at;
 }
 
-/// Goes back from the end of a block to the start of the character that it cuts.
-inline Progress atBoundary(const char* in, Progress at, const UTF8Masks& before) {
-    if (missing(before) == 0) {
-        return at;
-    }
-    if (byteAt(in, at.read - 1) >= 0xC0) {
-        return {at.read - 1, at.written};
-    }
-    return byteAt(in, at.read - 2) >= 0xE0 ? Progress{at.read - 2, at.written} : Progress{at.read - 3, at.written - 1};
+constexpr std::size_t kLookBehind = 3;
+
+/// Where a conversion by blocks is, and the masks of the block before.
+struct UTF8Progress {
+    Progress at;
+    UTF8Masks before{};
+};
+
+/// Whether the block ended within a run.
+inline bool endsInRun(const UTF8Masks& masks) {
+    // Eight characters of three bytes in the last 24, or six of four.
+    return _mm_popcnt_u64(masks.leads3 >> 40U) == 8 || _mm_popcnt_u64(masks.leads4 >> 40U) == 6;
 }
 
-/// 64 bytes of the `length` at `in`, or all blocks of ASCII; false for malformed ones, which changes nothing.
+/// Takes what there are of plain text and of runs. A character starts here.
+template <bool Write>
+[[gnu::noinline]] Progress copyUniform(const char* in, std::size_t length, char16_t* out, Progress at) {
+    for (;;) {
+        const std::size_t plain = copyASCII<Write>(in + at.read, length - at.read, Write ? out + at.written : nullptr);
+        at = {at.read + plain, at.written + plain};
+        if (at.read == length) {
+            return at;
+        }
+        const Progress next = readRun<Write>(in, length, out, at);
+        if (next.read == at.read) {
+            return at;
+        }
+        at = next;
+    }
+}
+
+/// As `copyUniform`, behind a block, if it is of use: it is not between words of mixed text, and must not be felt
+/// there.
+template <bool Write>
+inline void tryUniform(const char* in, std::size_t length, char16_t* out, UTF8Progress& progress) {
+    const bool isRun = endsInRun(progress.before);
+    const bool isPlain = length - progress.at.read >= 64 && is64ASCII(in + progress.at.read);
+    if (isRun || (isPlain && missing(progress.before) == 0)) {
+        progress = {copyUniform<Write>(in, length, out, atBoundary(in, progress.at, progress.before)), {}};
+    }
+}
+
+/// What is less than a block, or has no room for the stores of one: through memory of our own, filled up with zeros.
 template <bool Validate, bool Write>
-inline bool convertBlock(const char* in, std::size_t length, char16_t* out, Progress& at, UTF8Masks& before) {
-    if (missing(before) == 0 && is64ASCII(in)) {
-        const std::size_t copied = copyASCII<Write>(in, length, out);
-        at = {at.read + copied, at.written + copied};
-        before = {};
-        return true;
-    }
-    const UTF8Masks masks = masksOf(in);
-    const bool three = (masks.leads3 | before.leads3) != 0;
-    if constexpr (Validate) {
-        const std::uint64_t expected = movedUp(masks.leads2, before.leads2, 1) |
-                                       movedUp(masks.leads3, before.leads3, 2) |
-                                       movedUp(masks.leads4, before.leads4, 3);
-        if (expected != masks.continuations || (masks.continuations | masks.leads2) != masks.high ||
-            (three && hasBadSecond(in))) {
-            return false;
+inline Progress readRest(const char* in, std::size_t length, char16_t* out, UTF8Progress progress) {
+    Progress& at = progress.at;
+    while (at.read < length) {
+        const std::size_t count = std::min<std::size_t>(length - at.read, 64);
+        const std::size_t behind = std::min(at.read, kLookBehind);
+        std::array<char, kLookBehind + 64> block{};
+        std::array<char16_t, 64 + 8> units;
+        std::memcpy(block.data() + kLookBehind - behind, in + at.read - behind, behind + count);
+        const Progress start = at;
+        if (!convertBlock<Validate, Write>(block.data() + kLookBehind, units.data(), at, progress.before)) {
+            break;
+        }
+        at = {start.read + count, at.written - (64 - count)};
+        if constexpr (Write) {
+            std::memcpy(out + start.written, units.data(), (at.written - start.written) * sizeof(char16_t));
         }
     }
-    // All but leads, and second bytes that are not the last or last but one.
-    const std::uint64_t units = ~(masks.leads2 | movedUp(masks.leads3, before.leads3, 1));
-    if constexpr (Write) {
-        if (!three) {
-            writeBlock<false, false>(in, units, out);
-        } else if ((masks.leads4 | before.leads4) == 0) {
-            writeBlock<true, false>(in, units, out);
-        } else {
-            writeBlock<true, true>(in, units, out);
-        }
-    }
-    at = {at.read + 64, at.written + static_cast<std::size_t>(_mm_popcnt_u64(units))};
-    before = masks;
-    return true;
+    return scalarUTF8ToUTF16<Write>(in, length, out, atBoundary(in, at, progress.before));
 }
 
 template <bool Validate, bool Write>
@@ -241,12 +92,12 @@ inline Progress readUTF8(const char* in, std::size_t length, char16_t* out) {
     // A store of eight units may go beyond the result's own end by seven: 24 bytes hold that many, three more may
     // belong to a character whose units are written.
     constexpr std::size_t kBytesForRoom = Write && !Validate ? 64 + 27 : 64;
-    constexpr std::size_t kLookBehind = 3;
-    if (length < 64) {
+    constexpr std::size_t kShortest = 24;
+    if (length < kShortest) {
         return scalarUTF8ToUTF16<Write>(in, length, out, {0, 0});
     }
-    const std::size_t plain = copyASCII<Write>(in, length, out);
-    Progress at{plain, plain};
+    UTF8Progress progress{copyUniform<Write>(in, length, out, {0, 0}), {}};
+    Progress& at = progress.at;
     if (length - at.read >= kBytesForRoom + 2 * kLookBehind) {
         while (at.read < kLookBehind) {
             const Decoded next = decodeUTF8(in + at.read, length - at.read);
@@ -258,14 +109,14 @@ inline Progress readUTF8(const char* in, std::size_t length, char16_t* out) {
             }
             at = {at.read + next.length, at.written + utf16LengthOf(next.scalar)};
         }
-        UTF8Masks before;
-        while (length - at.read >= kBytesForRoom &&
-               convertBlock<Validate, Write>(in + at.read, length - at.read, Write ? out + at.written : nullptr, at,
-                                             before)) {
+        while (length - at.read >= kBytesForRoom) {
+            if (!convertBlock<Validate, Write>(in + at.read, Write ? out + at.written : nullptr, at, progress.before)) {
+                return scalarUTF8ToUTF16<Write>(in, length, out, atBoundary(in, at, progress.before));
+            }
+            tryUniform<Write>(in, length, out, progress);
         }
-        at = atBoundary(in, at, before);
     }
-    return scalarUTF8ToUTF16<Write>(in, length, out, at);
+    return readRest<Validate, Write>(in, length, out, progress);
 }
 
 } // namespace

@@ -76,6 +76,28 @@ protected:
 
     std::size_t anyLength() { return std::uniform_int_distribution<std::size_t>{0, kMaxLength / 4}(random_); }
 
+    /// Runs of characters that have one length in UTF-8.
+    std::u32string anyRuns() {
+        constexpr std::array<char32_t, 5> kFirst{0, 0x80, 0x800, 0xE000, 0x10000};
+        constexpr std::array<char32_t, 5> kLast{0x7F, 0x7FF, 0xD7FF, 0xFFFF, 0x10FFFF};
+        std::u32string text;
+        for (std::size_t runs = 1 + anyIndex(4); runs > 0; --runs) {
+            const std::size_t kind = anyIndex(kFirst.size());
+            for (std::size_t left = anyIndex(anyIndex(2) == 0 ? 20 : 80); left > 0; --left) {
+                text += static_cast<char32_t>(kFirst[kind] + anyIndex(kLast[kind] - kFirst[kind] + 1));
+            }
+        }
+        return text;
+    }
+
+    /// Of the conversion to UTF-16, where that takes too many texts for all the others.
+    void compareResults(std::string_view text) {
+        const Progress want = kScalarKernels.utf8ToUTF16(text.data(), text.size(), wanted_.data());
+        const Progress have = kernel().utf8ToUTF16(text.data(), text.size(), had_.data());
+        ASSERT_EQ(want.read, have.read);
+        ASSERT_EQ(std::u16string_view(wanted_.data(), want.written), std::u16string_view(had_.data(), have.written));
+    }
+
     /// A text that a kernel may take a way of its own for, of units from the edges of their classes.
     template <typename Char, std::size_t Count>
     std::basic_string<Char> anyShortText(const std::array<Char, Count>& edges) {
@@ -89,8 +111,8 @@ protected:
     std::size_t anyIndex(std::size_t size) { return std::uniform_int_distribution<std::size_t>{0, size - 1}(random_); }
 
     std::mt19937_64 random_{seed()};
-    std::u16string wanted_ = std::u16string(16, u'\0');
-    std::u16string had_ = std::u16string(16, u'\0');
+    std::u16string wanted_ = std::u16string(128, u'\0');
+    std::u16string had_ = std::u16string(128, u'\0');
 
 private:
     Fenced in_{kMaxLength * 8};
@@ -219,11 +241,40 @@ TEST_P(EveryKernel, AgreesOnEverySequenceOfThreeBytesAndOneMore) {
             for (const char third : {'a', '\x80', '\xBF', '\xC3'}) {
                 for (const char fourth : {'a', '\x80', '\xBF', '\xC3'}) {
                     text.replace(2, 4, {static_cast<char>(lead), static_cast<char>(second), third, fourth});
-                    const Progress want = kScalarKernels.utf8ToUTF16(text.data(), text.size(), wanted_.data());
-                    const Progress have = kernel().utf8ToUTF16(text.data(), text.size(), had_.data());
-                    ASSERT_EQ(want.read, have.read);
-                    ASSERT_EQ(wanted_.substr(0, want.written), had_.substr(0, have.written));
+                    ASSERT_NO_FATAL_FAILURE(compareResults(text));
                 }
+            }
+        }
+    }
+}
+
+TEST_P(EveryKernel, FindsTheEndOfARunAndWhatIsWrongInIt) {
+    for (int round = 0; round < 1000; ++round) {
+        const std::u32string text = anyRuns() + U'x';
+        std::string utf8 = toUTF8(text);
+        std::u16string utf16 = toUTF16(text);
+        ASSERT_NO_FATAL_FAILURE(compareUTF8(utf8));
+        ASSERT_NO_FATAL_FAILURE(compareUTF16(utf16));
+        utf8[anyIndex(utf8.size())] = static_cast<char>(random_());
+        ASSERT_NO_FATAL_FAILURE(compareUTF8(utf8));
+        utf8.erase(anyIndex(utf8.size()));
+        ASSERT_NO_FATAL_FAILURE(compareUTF8(utf8));
+        utf16[anyIndex(utf16.size())] = static_cast<char16_t>(0xD800 + (random_() & 0x7FFU));
+        ASSERT_NO_FATAL_FAILURE(compareUTF16(utf16));
+        utf16.erase(anyIndex(utf16.size()));
+        ASSERT_NO_FATAL_FAILURE(compareUTF16(utf16));
+    }
+}
+
+TEST_P(EveryKernel, AgreesOnEveryFirstAndSecondByteInARun) {
+    for (const char32_t character : {U'\u6F22', U'\U0001F600'}) {
+        const std::string run = toUTF8(std::u32string(24, character));
+        const std::size_t place = run.size() / 24 * 9;
+        for (unsigned lead = 0x80; lead < 0x100; ++lead) {
+            for (unsigned second = 0x00; second < 0x100; ++second) {
+                std::string text = run;
+                text.replace(place, 2, {static_cast<char>(lead), static_cast<char>(second)});
+                ASSERT_NO_FATAL_FAILURE(compareResults(text));
             }
         }
     }
