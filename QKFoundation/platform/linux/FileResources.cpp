@@ -57,7 +57,8 @@ bool isRootOfMount(const File& file) {
         return false;
     }
     if ((file.status.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) != 0) {
-        return (file.status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+        // The root folder of a process may be no mount: chroot(2).
+        return (file.status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0 || file.path == "/";
     }
     struct stat above {};
     return ::stat((file.path + "/..").c_str(), &above) == 0 &&

@@ -27,7 +27,7 @@ public:
             add(std::move(element));
         }
     }
-    explicit CollectionBuilder(std::initializer_list<Element> elements) : CollectionBuilder(elements.size()) {
+    CollectionBuilder(std::initializer_list<Element> elements) : CollectionBuilder(elements.size()) {
         for (const Element& element : elements) {
             add(element);
         }

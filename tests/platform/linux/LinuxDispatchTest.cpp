@@ -232,9 +232,9 @@ TEST(BackgroundQueue, AChildMadeByForkStartsWithAnEmptyQueueOfItsOwn) {
 #if defined(QK_SANITIZE_THREAD)
     GTEST_SKIP() << "ThreadSanitizer does not follow threads that a forked child starts";
 #endif
-    BackgroundQueue queue({1, 1h});
-    std::latch isHeld(1);
+    std::latch isHeld(1); // before the queue, which waits for its tasks when it goes
     std::latch release(1);
+    BackgroundQueue queue({1, 1h});
     queue.submit([&] {
         isHeld.count_down();
         release.wait();
