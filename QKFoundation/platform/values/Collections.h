@@ -3,6 +3,7 @@
 
 #include "QKFoundation/platform/values/Value.h"
 
+#include <cassert>
 #include <cstddef>
 #include <initializer_list>
 #include <memory>
@@ -19,7 +20,8 @@ template <typename Element>
 class CollectionBuilder {
 public:
     /// Room for `capacity` elements, and not for more. Throws `std::bad_alloc`.
-    explicit CollectionBuilder(std::size_t capacity) : storage_(capacity > 0 ? allocate(capacity) : nullptr) {}
+    explicit CollectionBuilder(std::size_t capacity)
+        : storage_(capacity > 0 ? allocate(capacity) : nullptr), capacity_(capacity) {}
 
     /// Of elements that are moved here.
     explicit CollectionBuilder(std::vector<Element> elements) : CollectionBuilder(elements.size()) {
@@ -36,8 +38,10 @@ public:
     CollectionBuilder& operator=(const CollectionBuilder&) = delete;
     ~CollectionBuilder() { Elements<Element>{storage_}; }
 
+    /// There is room for it.
     template <typename... Arguments>
     void add(Arguments&&... arguments) {
+        assert(count() < capacity_);
         std::construct_at(end(), std::forward<Arguments>(arguments)...);
         ++storage_->count;
     }
@@ -56,7 +60,11 @@ public:
 
     /// What has been added, or what is left of it. The builder is empty then, without room.
     [[nodiscard]] Elements<Element> finish() noexcept {
-        return Elements<Element>(count() > 0 ? std::exchange(storage_, nullptr) : nullptr);
+        if (count() == 0) {
+            return {};
+        }
+        capacity_ = 0;
+        return Elements<Element>(std::exchange(storage_, nullptr));
     }
 
 private:
@@ -70,6 +78,7 @@ private:
     }
 
     CollectionStorage* storage_; // null without room
+    std::size_t capacity_;
 };
 
 /// Whether the two are equal, collections included at any depth.
