@@ -3,7 +3,7 @@
 
 #include "QKFoundation/platform/values/unicode/ShortASCII.h"
 #include "QKFoundation/platform/values/unicode/VectorUTF16Short.h"
-#include "QKFoundation/platform/values/unicode/VectorUTF8Short.h"
+#include "QKFoundation/platform/values/unicode/VectorUTF8.h"
 
 /// The kernels for registers of 16 bytes, for whatever processor the including file is compiled.
 namespace qk::unicode {

@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "QKFoundation/platform/values/unicode/VectorUTF8Blocks.h"
-#include "QKFoundation/platform/values/unicode/VectorUTF8Runs.h"
-
-#include <algorithm>
+#include "QKFoundation/platform/values/unicode/VectorUTF8Short.h"
 
 /// UTF-8 to UTF-16 with registers of 16 bytes: ASCII and runs in loops of their own, and blocks for what is between.
 namespace qk::unicode {
@@ -24,12 +21,6 @@ template <bool Write>
 }
 
 constexpr std::size_t kLookBehind = 3;
-
-/// Where a conversion by blocks is, and the masks of the block before.
-struct UTF8Progress {
-    Progress at;
-    UTF8Masks before{};
-};
 
 /// Whether the block ended within a run.
 inline bool endsInRun(const UTF8Masks& masks) {
@@ -61,30 +52,63 @@ inline void tryUniform(const char* in, std::size_t length, char16_t* out, UTF8Pr
     const bool isRun = endsInRun(progress.before);
     const bool isPlain = length - progress.at.read >= 64 && is64ASCII(in + progress.at.read);
     if (isRun || (isPlain && missing(progress.before) == 0)) {
-        progress = {copyUniform<Write>(in, length, out, atBoundary(in, progress.at, progress.before)), {}};
+        progress = {copyUniform<Write>(in, length, out, atBoundary(in, progress)), {}};
     }
 }
 
-/// What is less than a block, or has no room for the stores of one: through memory of our own, filled up with zeros.
+/// The next bytes, 64 at most, as the last ones of a block, of which those before have been converted: there are
+/// `64 + kLookBehind` up to their end. At the end of the text, eight bytes have room for eight units that way.
+template <bool Validate, bool Write>
+inline bool convertRest(const char* in, std::size_t count, char16_t* out, UTF8Progress& progress) {
+    const std::size_t done = 64 - count;
+    UTF8Progress next = progress;
+    next.before.leads2 <<= done;
+    next.before.leads3 <<= done;
+    next.before.leads4 <<= done;
+    if (!convertBlock<Validate, Write>(in + (progress.at.read + count - 64), out, next, ~std::uint64_t{0} << done)) {
+        return false;
+    }
+    progress = next;
+    return true;
+}
+
+/// What is less than a block, or has no room for the stores of one.
 template <bool Validate, bool Write>
 inline Progress readRest(const char* in, std::size_t length, char16_t* out, UTF8Progress progress) {
-    Progress& at = progress.at;
-    while (at.read < length) {
+    const Progress& at = progress.at;
+    while (length - at.read >= kLeastShortUTF8) {
         const std::size_t count = std::min<std::size_t>(length - at.read, 64);
-        const std::size_t behind = std::min(at.read, kLookBehind);
-        std::array<char, kLookBehind + 64> block{};
-        std::array<char16_t, 64 + 8> units;
-        std::memcpy(block.data() + kLookBehind - behind, in + at.read - behind, behind + count);
-        const Progress start = at;
-        if (!convertBlock<Validate, Write>(block.data() + kLookBehind, units.data(), at, progress.before)) {
+        const std::size_t written = at.written;
+        if constexpr (Write && !Validate) {
+            // Nothing may be stored behind the units of the text.
+            std::array<char16_t, 64 + 8> units;
+            convertRest<Validate, Write>(in, count, units.data(), progress);
+            std::memcpy(out + written, units.data(), (at.written - written) * sizeof(char16_t));
+        } else if (!convertRest<Validate, Write>(in, count, Write ? out + written : nullptr, progress)) {
             break;
         }
-        at = {start.read + count, at.written - (64 - count)};
+    }
+    return scalarUTF8ToUTF16<Write>(in, length, out, atBoundary(in, progress));
+}
+
+/// What is too short for blocks.
+constexpr std::size_t kLittle = 64 + 2 * kLookBehind;
+
+template <bool Validate, bool Write>
+inline Progress readLittle(const char* in, std::size_t length, char16_t* out, Progress at) {
+    const char* const from = in + at.read;
+    const std::size_t left = length - at.read;
+    Progress next;
+    if constexpr (Validate && Write) {
+        next = convertPieces(from, left, out + at.written);
+    } else {
+        std::array<char16_t, kLittle> units;
+        next = convertPieces(from, left, units.data());
         if constexpr (Write) {
-            std::memcpy(out + start.written, units.data(), (at.written - start.written) * sizeof(char16_t));
+            std::copy_n(units.data(), next.written, out + at.written);
         }
     }
-    return scalarUTF8ToUTF16<Write>(in, length, out, atBoundary(in, at, progress.before));
+    return scalarUTF8ToUTF16<Write>(in, length, out, {at.read + next.read, at.written + next.written});
 }
 
 template <bool Validate, bool Write>
@@ -92,29 +116,26 @@ inline Progress readUTF8(const char* in, std::size_t length, char16_t* out) {
     // A store of eight units may go beyond the result's own end by seven: 24 bytes hold that many, three more may
     // belong to a character whose units are written.
     constexpr std::size_t kBytesForRoom = Write && !Validate ? 64 + 27 : 64;
-    constexpr std::size_t kShortest = 24;
-    if (length < kShortest) {
-        return scalarUTF8ToUTF16<Write>(in, length, out, {0, 0});
-    }
     UTF8Progress progress{copyUniform<Write>(in, length, out, {0, 0}), {}};
     Progress& at = progress.at;
-    if (length - at.read >= kBytesForRoom + 2 * kLookBehind) {
-        while (at.read < kLookBehind) {
-            const Decoded next = decodeUTF8(in + at.read, length - at.read);
-            if (next.length == 0) {
-                return at;
-            }
-            if constexpr (Write) {
-                encodeUTF16(next.scalar, out + at.written);
-            }
-            at = {at.read + next.length, at.written + utf16LengthOf(next.scalar)};
+    if (length < kLittle || length - at.read <= kMostShortUTF8) {
+        return readLittle<Validate, Write>(in, length, out, at);
+    }
+    while (at.read < kLookBehind) {
+        const Decoded next = decodeUTF8(in + at.read, length - at.read);
+        if (next.length == 0) {
+            return at;
         }
-        while (length - at.read >= kBytesForRoom) {
-            if (!convertBlock<Validate, Write>(in + at.read, Write ? out + at.written : nullptr, at, progress.before)) {
-                return scalarUTF8ToUTF16<Write>(in, length, out, atBoundary(in, at, progress.before));
-            }
-            tryUniform<Write>(in, length, out, progress);
+        if constexpr (Write) {
+            encodeUTF16(next.scalar, out + at.written);
         }
+        at = {at.read + next.length, at.written + utf16LengthOf(next.scalar)};
+    }
+    while (length - at.read >= kBytesForRoom) {
+        if (!convertBlock<Validate, Write>(in + at.read, Write ? out + at.written : nullptr, progress)) {
+            return scalarUTF8ToUTF16<Write>(in, length, out, atBoundary(in, progress));
+        }
+        tryUniform<Write>(in, length, out, progress);
     }
     return readRest<Validate, Write>(in, length, out, progress);
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "QKFoundation/platform/values/unicode/Scalar.h"
-#include "QKFoundation/platform/values/unicode/VectorRegisters.h"
+#include "QKFoundation/platform/values/unicode/WideRegisters.h"
 
 /// UTF-8 to UTF-16 by blocks of 64 bytes, of whatever text, by the plan of AVX512UTF8.h: masks say where a unit is due,
 /// a unit is put together from its last byte and the two before, and a table packs the units that count.
@@ -43,32 +43,37 @@ inline std::uint64_t missing(const UTF8Masks& masks) {
 }
 
 inline std::uint64_t bitsOf(__m128i lanes) {
-    return static_cast<std::uint32_t>(_mm_movemask_epi8(lanes));
+    return Registers16::bits(lanes);
 }
 
 inline __m128i isAtLeast(__m128i bytes, int limit) {
     return _mm_cmpeq_epi8(_mm_max_epu8(bytes, bytesOf(limit)), bytes);
 }
 
+/// One bit for each of 64 bytes: those above `limit`, a signed value.
+inline std::uint64_t above(int limit, const char* in) {
+    std::uint64_t mask = 0;
+    for (unsigned i = 0; i < 64; i += Widest::kSize) {
+        mask |= Widest::bits(Widest::greater(Widest::load(in + i), Widest::bytes(limit))) << i;
+    }
+    return mask;
+}
+
 inline UTF8Masks masksOf(const char* in) {
     UTF8Masks masks;
-    const __m128i greatest =
-        _mm_max_epu8(_mm_max_epu8(load(in), load(in + 16)), _mm_max_epu8(load(in + 32), load(in + 48)));
-    const bool three = !isZero(isAtLeast(greatest, 0xE0));
-    for (unsigned i = 0; i < 64; i += 16) {
-        const __m128i bytes = load(in + i);
-        masks.high |= bitsOf(bytes) << i;
-        masks.continuations |= bitsOf(_mm_cmplt_epi8(bytes, bytesOf(0xC0))) << i;
-        masks.leads2 |= bitsOf(_mm_cmpgt_epi8(bytes, bytesOf(0xC1))) << i;
-        if (three) {
-            masks.leads3 |= bitsOf(_mm_cmpgt_epi8(bytes, bytesOf(0xDF))) << i;
-            masks.leads4 |= bitsOf(_mm_cmpgt_epi8(bytes, bytesOf(0xEF))) << i;
-        }
+    auto greatest = Widest::load(in);
+    for (unsigned i = 0; i < 64; i += Widest::kSize) {
+        const auto bytes = Widest::load(in + i);
+        masks.high |= Widest::bits(bytes) << i;
+        greatest = Widest::max(greatest, bytes);
     }
     // The comparisons are signed, so ASCII is above all leads.
-    masks.leads2 &= masks.high;
-    masks.leads3 &= masks.high;
-    masks.leads4 &= masks.high;
+    masks.continuations = ~above(0xBF, in);
+    masks.leads2 = above(0xC1, in) & masks.high;
+    if (!Widest::isZero(Widest::equal(Widest::max(greatest, Widest::bytes(0xE0)), greatest))) {
+        masks.leads3 = above(0xDF, in) & masks.high;
+        masks.leads4 = above(0xEF, in) & masks.high;
+    }
     return masks;
 }
 
@@ -87,58 +92,85 @@ inline __m128i badSeconds(__m128i bytes, __m128i previous) {
 }
 
 /// Makes surrogates of units that were put together as if their characters had three bytes.
-inline __m128i fixSurrogates(__m128i units, __m128i highs, __m128i lows) {
-    const __m128i high = _mm_add_epi16(_mm_srli_epi16(units, 4), wordsOf(0xD7C0));
-    const __m128i low = _mm_or_si128(_mm_and_si128(units, wordsOf(0x3FF)), wordsOf(0xDC00));
-    return _mm_blendv_epi8(_mm_blendv_epi8(units, low, _mm_cvtepi8_epi16(lows)), high, _mm_cvtepi8_epi16(highs));
+template <typename R>
+inline auto fixSurrogates(typename R::Type units, typename R::Type highs, typename R::Type lows) {
+    const auto high = R::addWords(R::template wordsRight<4>(units), R::words(0xD7C0));
+    const auto low = (units & R::words(0x3FF)) | R::words(0xDC00);
+    return R::blend(R::blend(units, low, lows), high, highs);
 }
 
-inline char16_t* storePacked(char16_t* out, __m128i units, std::uint64_t keep) {
-    store(out, shuffle(units, kPackWords[keep & 0xFF]));
-    return out + _mm_popcnt_u32(static_cast<unsigned>(keep & 0xFF));
-}
-
-/// 16 bytes of text, and at the place of each the ones before it.
-struct Sixteen {
-    __m128i bytes;
-    __m128i before1;
-    __m128i before2;
-    __m128i before3;
+/// The text of a register, and at the place of each byte the ones before it.
+template <typename R>
+struct Window {
+    typename R::Type bytes;
+    typename R::Type before1;
+    typename R::Type before2;
+    typename R::Type before3;
 };
 
 /// At `in`, behind which three more can be read backwards.
-inline Sixteen loadSixteen(const char* in) {
-    return {load(in), load(in - 1), load(in - 2), load(in - 3)};
+template <typename R>
+inline Window<R> loadWindow(const char* in) {
+    return {R::load(in), R::load(in - 1), R::load(in - 2), R::load(in - 3)};
 }
 
+inline std::size_t countBelow(std::uint64_t mask, unsigned end) {
+    return static_cast<std::size_t>(_mm_popcnt_u64(mask & ((std::uint64_t{1} << end) - 1)));
+}
+
+/// Stores the units of 16 bytes whose bits are in `keep`, and behind them others: eight units at least. No count waits
+/// for the one before.
+inline char16_t* storePacked(char16_t* out, __m128i low, __m128i high, std::uint64_t keep) {
+    store(out, shuffle(low, kPackWords[keep & 0xFF]));
+    store(out + countBelow(keep, 8), shuffle(high, kPackWords[keep >> 8U & 0xFF]));
+    return out + countBelow(keep, 16);
+}
+
+#ifdef __AVX2__
+inline char16_t* storePacked(char16_t* out, __m256i low, __m256i high, std::uint64_t keep) {
+    // Both halves of a register have units of their own half of the bytes.
+    const auto orders = [](std::uint64_t first, std::uint64_t second) {
+        return _mm256_inserti128_si256(_mm256_castsi128_si256(load(kPackWords[first & 0xFF].data())),
+                                       load(kPackWords[second & 0xFF].data()), 1);
+    };
+    const __m256i evens = _mm256_shuffle_epi8(low, orders(keep, keep >> 16U));
+    const __m256i odds = _mm256_shuffle_epi8(high, orders(keep >> 8U, keep >> 24U));
+    store(out, _mm256_castsi256_si128(evens));
+    store(out + countBelow(keep, 8), _mm256_castsi256_si128(odds));
+    store(out + countBelow(keep, 16), _mm256_extracti128_si256(evens, 1));
+    store(out + countBelow(keep, 24), _mm256_extracti128_si256(odds, 1));
+    return out + countBelow(keep, 32);
+}
+#endif
+
 /// `keep` has the bits of the bytes that end a unit.
-template <bool Three, bool Four>
-inline char16_t* writeSixteen(const Sixteen& in, std::uint64_t keep, char16_t* out) {
-    const __m128i isContinuation16 = _mm_cmplt_epi8(in.bytes, bytesOf(0xC0));
-    const __m128i last = _mm_and_si128(in.bytes, bytesOf(0x7F));
-    const __m128i second = _mm_and_si128(in.before1, _mm_and_si128(isContinuation16, bytesOf(0x3F)));
+template <bool Three, bool Four, typename R>
+inline char16_t* writeWindow(const Window<R>& in, std::uint64_t keep, char16_t* out) {
+    const auto isContinuation = R::greater(R::bytes(0xC0), in.bytes);
+    const auto last = in.bytes & R::bytes(0x7F);
+    const auto second = in.before1 & isContinuation & R::bytes(0x3F);
     // Each byte beside the one before it, which counts 64 times as much.
-    __m128i low = _mm_maddubs_epi16(_mm_unpacklo_epi8(last, second), wordsOf(0x4001));
-    __m128i high = _mm_maddubs_epi16(_mm_unpackhi_epi8(last, second), wordsOf(0x4001));
+    auto low = R::addProducts(R::lowPairs(last, second), R::words(0x4001));
+    auto high = R::addProducts(R::highPairs(last, second), R::words(0x4001));
     if constexpr (Three) {
-        const __m128i third = _mm_and_si128(in.before2, isAtLeast(in.before2, 0xE0));
-        const __m128i zero = _mm_setzero_si128();
-        low = _mm_or_si128(low, _mm_slli_epi16(_mm_unpacklo_epi8(zero, third), 4));
-        high = _mm_or_si128(high, _mm_slli_epi16(_mm_unpackhi_epi8(zero, third), 4));
+        const auto third = in.before2 & R::equal(R::max(in.before2, R::bytes(0xE0)), in.before2);
+        const auto zero = R::bytes(0);
+        low = low | R::template wordsLeft<4>(R::lowPairs(zero, third));
+        high = high | R::template wordsLeft<4>(R::highPairs(zero, third));
     }
     if constexpr (Four) {
-        const __m128i highs = isAtLeast(in.before2, 0xF0);
-        const __m128i lows = isAtLeast(in.before3, 0xF0);
-        low = fixSurrogates(low, highs, lows);
-        high = fixSurrogates(high, upperHalf(highs), upperHalf(lows));
+        const auto highs = R::equal(R::max(in.before2, R::bytes(0xF0)), in.before2);
+        const auto lows = R::equal(R::max(in.before3, R::bytes(0xF0)), in.before3);
+        low = fixSurrogates<R>(low, R::lowPairs(highs, highs), R::lowPairs(lows, lows));
+        high = fixSurrogates<R>(high, R::highPairs(highs, highs), R::highPairs(lows, lows));
     }
-    return storePacked(storePacked(out, low, keep), high, keep >> 8U);
+    return storePacked(out, low, high, keep);
 }
 
 template <bool Three, bool Four>
 inline void writeBlock(const char* in, std::uint64_t units, char16_t* out) {
-    for (unsigned i = 0; i < 64; i += 16) {
-        out = writeSixteen<Three, Four>(loadSixteen(in + i), units >> i, out);
+    for (unsigned i = 0; i < 64; i += Widest::kSize) {
+        out = writeWindow<Three, Four>(loadWindow<Widest>(in + i), units >> i, out);
     }
 }
 
@@ -164,9 +196,16 @@ inline bool is64ASCII(const char* in) {
     return _mm_movemask_epi8(seen) == 0;
 }
 
+/// Where a conversion by blocks is, and the masks of the block before.
+struct UTF8Progress {
+    Progress at;
+    UTF8Masks before{};
+};
+
 /// Goes back from the end of a block to the start of the character that it cuts.
-inline Progress atBoundary(const char* in, Progress at, const UTF8Masks& before) {
-    if (missing(before) == 0) {
+inline Progress atBoundary(const char* in, const UTF8Progress& progress) {
+    const Progress at = progress.at;
+    if (missing(progress.before) == 0) {
         return at;
     }
     if (byteAt(in, at.read - 1) >= 0xC0) {
@@ -175,22 +214,25 @@ inline Progress atBoundary(const char* in, Progress at, const UTF8Masks& before)
     return byteAt(in, at.read - 2) >= 0xE0 ? Progress{at.read - 2, at.written} : Progress{at.read - 3, at.written - 1};
 }
 
-/// 64 bytes; false for malformed ones, which changes nothing.
+/// 64 bytes, of which those of `there` count, the last ones; false for malformed ones, which changes nothing.
 template <bool Validate, bool Write>
-inline bool convertBlock(const char* in, char16_t* out, Progress& at, UTF8Masks& before) {
+inline bool convertBlock(const char* in, char16_t* out, UTF8Progress& progress,
+                         std::uint64_t there = ~std::uint64_t{0}) {
     const UTF8Masks masks = masksOf(in);
+    const UTF8Masks& before = progress.before;
     const bool three = (masks.leads3 | before.leads3) != 0;
     if constexpr (Validate) {
         const std::uint64_t expected = movedUp(masks.leads2, before.leads2, 1) |
                                        movedUp(masks.leads3, before.leads3, 2) |
                                        movedUp(masks.leads4, before.leads4, 3);
-        if (expected != masks.continuations || (masks.continuations | masks.leads2) != masks.high ||
-            (three && hasBadSecond(in))) {
+        const std::uint64_t wrong =
+            (expected ^ masks.continuations) | ((masks.continuations | masks.leads2) ^ masks.high);
+        if ((wrong & there) != 0 || (three && hasBadSecond(in))) {
             return false;
         }
     }
     // All but leads, and second bytes that are not the last or last but one.
-    const std::uint64_t units = ~(masks.leads2 | movedUp(masks.leads3, before.leads3, 1));
+    const std::uint64_t units = there & ~(masks.leads2 | movedUp(masks.leads3, before.leads3, 1));
     if constexpr (Write) {
         if (!three) {
             writeBlock<false, false>(in, units, out);
@@ -200,8 +242,9 @@ inline bool convertBlock(const char* in, char16_t* out, Progress& at, UTF8Masks&
             writeBlock<true, true>(in, units, out);
         }
     }
-    at = {at.read + 64, at.written + static_cast<std::size_t>(_mm_popcnt_u64(units))};
-    before = masks;
+    progress.at.read += static_cast<std::size_t>(_mm_popcnt_u64(there));
+    progress.at.written += static_cast<std::size_t>(_mm_popcnt_u64(units));
+    progress.before = masks;
     return true;
 }
 

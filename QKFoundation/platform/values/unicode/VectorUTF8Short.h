@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "QKFoundation/platform/values/unicode/VectorUTF8.h"
+#include "QKFoundation/platform/values/unicode/ShortASCII.h"
+#include "QKFoundation/platform/values/unicode/VectorUTF8Blocks.h"
+#include "QKFoundation/platform/values/unicode/VectorUTF8Runs.h"
 
-/// UTF-8 of 8 to 16 bytes, a name or a key, to UTF-16: in one register, with none of the care for blocks.
+#include <algorithm>
+
+/// UTF-8 of 8 to 16 bytes, a name or a key, to UTF-16: in one register, with none of the care for blocks. What is not
+/// much longer is taken in such pieces.
 namespace qk::unicode {
 namespace {
 
@@ -12,7 +17,7 @@ constexpr std::size_t kMostShortUTF8 = 16;
 
 /// At the end of the register, behind zeros: then the last eight units begin where at most `length` - 8 come before
 /// them, and both stores stay within `length` units.
-inline Sixteen loadShort(const char* in, std::size_t length) {
+inline Window<Registers16> loadShort(const char* in, std::size_t length) {
     const __m128i unused = _mm_cvtsi32_si128(static_cast<int>(8 * (kMostShortUTF8 - length)));
     const __m128i bytes = _mm_unpacklo_epi64(_mm_sll_epi64(loadHalf(in), unused), loadHalf(in + (length - 8)));
     return {bytes, _mm_slli_si128(bytes, 1), _mm_slli_si128(bytes, 2), _mm_slli_si128(bytes, 3)};
@@ -45,7 +50,7 @@ inline std::size_t shortRunToUTF16(const char* in, std::size_t length, __m128i b
 
 /// Returns the units; 0 for malformed text, and then what is in `out` does not count.
 inline std::size_t shortUTF8ToUTF16(const char* in, std::size_t length, char16_t* out) {
-    const Sixteen text = loadShort(in, length);
+    const Window<Registers16> text = loadShort(in, length);
     if (byteAt(in, 0) >= 0xE0) {
         if (const std::size_t units = shortRunToUTF16(in, length, text.bytes, out); units != 0) {
             return units;
@@ -66,7 +71,7 @@ inline std::size_t shortUTF8ToUTF16(const char* in, std::size_t length, char16_t
         if (expected != continuations) {
             return 0;
         }
-        writeSixteen<false, false>(text, keep, out);
+        writeWindow<false, false>(text, keep, out);
         return units;
     }
     if (!isZero(badSeconds(text.bytes, text.before1))) {
@@ -77,11 +82,40 @@ inline std::size_t shortUTF8ToUTF16(const char* in, std::size_t length, char16_t
         return 0;
     }
     if (leads4 == 0) {
-        writeSixteen<true, false>(text, keep, out);
+        writeWindow<true, false>(text, keep, out);
     } else {
-        writeSixteen<true, true>(text, keep, out);
+        writeWindow<true, true>(text, keep, out);
     }
     return units;
+}
+
+/// The next 8 to 16 bytes, whole characters that leave no fewer behind them, or all; 0 where that cannot be.
+inline std::size_t pieceAt(const char* in, std::size_t left) {
+    if (left <= kMostShortUTF8) {
+        return left;
+    }
+    std::size_t size = std::min(kMostShortUTF8, left - kLeastShortUTF8);
+    while (size >= kLeastShortUTF8 && isContinuation(byteAt(in, size))) {
+        --size;
+    }
+    return size >= kLeastShortUTF8 ? size : 0;
+}
+
+/// Takes pieces up to less than one, or to one with malformed text. `out` has room for a unit for each byte.
+inline Progress convertPieces(const char* in, std::size_t length, char16_t* out) {
+    Progress at{0, 0};
+    while (length - at.read >= kLeastShortUTF8) {
+        const std::size_t size = pieceAt(in + at.read, length - at.read);
+        std::size_t units = size;
+        if (!shortASCIIToUTF16(in + at.read, size, out + at.written)) {
+            units = size > 0 ? shortUTF8ToUTF16(in + at.read, size, out + at.written) : 0;
+        }
+        if (units == 0) {
+            break;
+        }
+        at = {at.read + size, at.written + units};
+    }
+    return at;
 }
 
 } // namespace
