@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
+#include <stdexcept>
 #include <utility>
 
 namespace qk::platform {
@@ -18,6 +20,7 @@ constexpr std::size_t kFirstCapacity = std::size_t{32} << 10U; // the kernel fil
 constexpr std::size_t kLargestCapacity = std::size_t{16} << 20U;
 constexpr int kMostAttempts = 8;
 constexpr int kLongestWaitMilliseconds = 200;
+constexpr std::array kZeroByte{std::byte{0}};
 
 bool isReadable(int descriptor) {
     pollfd entry{descriptor, POLLIN, 0};
@@ -51,28 +54,36 @@ NetlinkRequest::NetlinkRequest(std::uint16_t type, std::uint16_t flags, parse::B
     nlmsghdr header{};
     header.nlmsg_type = type;
     header.nlmsg_flags = static_cast<std::uint16_t>(flags | NLM_F_REQUEST);
-    const auto bytes = std::as_bytes(std::span(&header, 1));
-    bytes_.assign(bytes.begin(), bytes.end());
-    bytes_.insert(bytes_.end(), fixed.begin(), fixed.end());
+    add(std::as_bytes(std::span(&header, 1)));
+    add(fixed);
     pad();
 }
 
 void NetlinkRequest::append(std::uint16_t type, parse::Bytes bytes) {
     const nlattr header{static_cast<std::uint16_t>(sizeof(nlattr) + bytes.size()), type};
-    const auto headerBytes = std::as_bytes(std::span(&header, 1));
-    bytes_.insert(bytes_.end(), headerBytes.begin(), headerBytes.end());
-    bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
+    add(std::as_bytes(std::span(&header, 1)));
+    add(bytes);
     pad();
 }
 
 void NetlinkRequest::append(std::uint16_t type, std::string_view text) {
-    std::vector<std::byte> bytes(text.size() + 1);
-    std::ranges::transform(text, bytes.begin(), [](char unit) { return static_cast<std::byte>(unit); });
-    append(type, parse::Bytes(bytes));
+    const nlattr header{static_cast<std::uint16_t>(sizeof(nlattr) + text.size() + 1), type};
+    add(std::as_bytes(std::span(&header, 1)));
+    add(std::as_bytes(std::span(text)));
+    add(parse::Bytes(kZeroByte));
+    pad();
+}
+
+void NetlinkRequest::add(parse::Bytes bytes) {
+    if (bytes.size() > kMost - length_) {
+        throw std::length_error("a question to the kernel is too long");
+    }
+    std::ranges::copy(bytes, bytes_.begin() + static_cast<std::ptrdiff_t>(length_));
+    length_ += bytes.size();
 }
 
 void NetlinkRequest::pad() {
-    bytes_.resize((bytes_.size() + NLMSG_ALIGNTO - 1) / NLMSG_ALIGNTO * NLMSG_ALIGNTO);
+    length_ = (length_ + NLMSG_ALIGNTO - 1) / NLMSG_ALIGNTO * NLMSG_ALIGNTO; // the rest is zero
 }
 
 NetlinkSocket::NetlinkSocket(int protocol) : socket_(::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC, protocol)) {
@@ -134,14 +145,14 @@ bool NetlinkSocket::send(NetlinkRequest& request) {
     }
     nlmsghdr header{};
     std::memcpy(&header, request.bytes_.data(), sizeof(header));
-    header.nlmsg_len = static_cast<std::uint32_t>(request.bytes_.size());
+    header.nlmsg_len = static_cast<std::uint32_t>(request.length_);
     header.nlmsg_seq = ++sequence_;
     std::memcpy(request.bytes_.data(), &header, sizeof(header));
     sockaddr_nl kernel{};
     kernel.nl_family = AF_NETLINK;
     ssize_t count = -1;
     do {
-        count = ::sendto(socket_.get(), request.bytes_.data(), request.bytes_.size(), 0,
+        count = ::sendto(socket_.get(), request.bytes_.data(), request.length_, 0,
                          reinterpret_cast<const sockaddr*>(&kernel), sizeof(kernel));
     } while (count < 0 && errno == EINTR);
     return count >= 0;

@@ -4,17 +4,18 @@
 #include "QKFoundation/platform/linux/UniqueHandle.h"
 #include "QKFoundation/platform/linux/parse/NetlinkMessages.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string_view>
 #include <type_traits>
-#include <vector>
 
 namespace qk::platform {
 
-/// A message to the kernel: a fixed part, then attributes.
+/// A message to the kernel: a fixed part, then attributes. Questions are short: it has room for `kMost` bytes, and what
+/// goes beyond is an error of ours.
 class NetlinkRequest {
 public:
     template <typename Fixed>
@@ -34,10 +35,14 @@ public:
 
 private:
     friend class NetlinkSocket;
+    static constexpr std::size_t kMost = 128;
+
     NetlinkRequest(std::uint16_t type, std::uint16_t flags, parse::Bytes fixed);
+    void add(parse::Bytes bytes);
     void pad();
 
-    std::vector<std::byte> bytes_;
+    alignas(std::uint32_t) std::array<std::byte, kMost> bytes_{};
+    std::size_t length_ = 0;
 };
 
 /// A connection to one family of netlink(7), for questions: NETLINK_ROUTE, NETLINK_GENERIC. The kernel answers a

@@ -3,7 +3,7 @@
 
 #include "QKFoundation/platform/linux/LinkEvidence.h"
 #include "QKFoundation/platform/linux/Networkd.h"
-#include "QKFoundation/platform/linux/ReadBytes.h"
+#include "QKFoundation/platform/linux/RememberedFile.h"
 #include "QKFoundation/platform/linux/ServiceNames.h"
 #include "QKFoundation/platform/linux/parse/ResolvConf.h"
 
@@ -64,8 +64,34 @@ void appendKernelServices(const NetworkSnapshot& snapshot, std::vector<NetworkSe
     }
 }
 
-parse::ResolvConf readResolvConf(const LinuxRoot& root, std::string_view path) {
-    return parse::resolvConf(readBytes(root.path(path), kMostOfResolvConf).value_or(std::string()));
+struct ResolvConfFiles {
+    explicit ResolvConfFiles(const LinuxRoot& root)
+        : own(root.path("/etc/resolv.conf"), kMostOfResolvConf, parse::resolvConf),
+          upstream(root.path("/run/systemd/resolve/resolv.conf"), kMostOfResolvConf, parse::resolvConf) {}
+
+    RememberedFile<parse::ResolvConf> own;
+    RememberedFile<parse::ResolvConf> upstream; // where systemd-resolved writes whom it asks itself
+};
+
+NameServers readResolvConf(ResolvConfFiles& files) {
+    auto configuration = files.own.read();
+    if (configuration != nullptr && parse::namesOnlyLocalStub(*configuration)) {
+        if (auto upstream = files.upstream.read(); upstream != nullptr && !upstream->nameServers.empty()) {
+            configuration = std::move(upstream);
+        }
+    }
+    return configuration != nullptr ? NameServers{configuration->nameServers, configuration->searchDomains}
+                                    : NameServers();
+}
+
+// This host's are looked at each time, but seldom have to be read.
+NameServers readResolvConf(const LinuxRoot& root) {
+    if (root.isHost()) {
+        static auto& files = *new ResolvConfFiles(root);
+        return readResolvConf(files);
+    }
+    ResolvConfFiles captured(root);
+    return readResolvConf(captured);
 }
 
 // Blocks of memory are compared faster than units one by one.
@@ -158,16 +184,7 @@ const LinkNameServers& NetworkServices::resolved() const {
 }
 
 const NameServers& NetworkServices::resolvConf() const {
-    readingResolvConf_.run([this] {
-        parse::ResolvConf configuration = readResolvConf(snapshot_->root(), "/etc/resolv.conf");
-        if (parse::namesOnlyLocalStub(configuration)) {
-            parse::ResolvConf upstream = readResolvConf(snapshot_->root(), "/run/systemd/resolve/resolv.conf");
-            if (!upstream.nameServers.empty()) {
-                configuration = std::move(upstream);
-            }
-        }
-        resolvConf_ = {std::move(configuration.nameServers), std::move(configuration.searchDomains)};
-    });
+    readingResolvConf_.run([this] { resolvConf_ = readResolvConf(snapshot_->root()); });
     return resolvConf_;
 }
 

@@ -22,8 +22,8 @@
 namespace qk::platform {
 namespace {
 
-// Whether this kernel names the parents of links itself: from 5.14 on.
-bool kernelTellsParents() {
+// Whether the kernel names the parents of links itself: from 5.14 on.
+bool doesKernelTellParents() {
     utsname names; // NOLINT(cppcoreguidelines-pro-type-member-init): uname writes it
     int major = 0;
     int minor = 0;
@@ -37,6 +37,11 @@ bool kernelTellsParents() {
         std::from_chars(stopped + 1, end, minor);
     }
     return std::pair(major, minor) >= std::pair(5, 14);
+}
+
+bool kernelTellsParents() {
+    static const bool itDoes = doesKernelTellParents(); // there is no other kernel before this process ends
+    return itDoes;
 }
 
 // Both write to a place that has room, and return the end of what they wrote.
