@@ -5,7 +5,7 @@
 #include "QKFoundation/platform/values/unicode/VectorUTF16Short.h"
 #include "QKFoundation/platform/values/unicode/VectorUTF8.h"
 
-/// The kernels for registers of 16 bytes, for whatever processor the including file is compiled.
+/// The kernels for registers of 16 or 32 bytes, for whatever processor the including file is compiled.
 namespace qk::unicode {
 namespace {
 

@@ -3,7 +3,8 @@
 
 #include "QKFoundation/platform/values/unicode/VectorUTF8Short.h"
 
-/// UTF-8 to UTF-16 with registers of 16 bytes: ASCII and runs in loops of their own, and blocks for what is between.
+/// UTF-8 to UTF-16 with registers of 16 or 32 bytes: ASCII and runs in loops of their own, blocks for what is between,
+/// and what is too short for them in pieces.
 namespace qk::unicode {
 namespace {
 

@@ -91,25 +91,22 @@ inline std::size_t shortUTF8ToUTF16(const char* in, std::size_t length, char16_t
 
 /// The next 8 to 16 bytes, whole characters that leave no fewer behind them, or all; 0 where that cannot be.
 inline std::size_t pieceAt(const char* in, std::size_t left) {
-    if (left <= kMostShortUTF8) {
-        return left;
-    }
-    std::size_t size = std::min(kMostShortUTF8, left - kLeastShortUTF8);
-    while (size >= kLeastShortUTF8 && isContinuation(byteAt(in, size))) {
-        --size;
+    std::size_t size = left;
+    if (left > kMostShortUTF8) {
+        size = std::min(kMostShortUTF8, left - kLeastShortUTF8);
+        while (size >= kLeastShortUTF8 && isContinuation(byteAt(in, size))) {
+            --size;
+        }
     }
     return size >= kLeastShortUTF8 ? size : 0;
 }
 
-/// Takes pieces up to less than one, or to one with malformed text. `out` has room for a unit for each byte.
+/// Takes pieces while there are any, up to one with malformed text. `out` has room for a unit for each byte.
 inline Progress convertPieces(const char* in, std::size_t length, char16_t* out) {
     Progress at{0, 0};
-    while (length - at.read >= kLeastShortUTF8) {
-        const std::size_t size = pieceAt(in + at.read, length - at.read);
-        std::size_t units = size;
-        if (!shortASCIIToUTF16(in + at.read, size, out + at.written)) {
-            units = size > 0 ? shortUTF8ToUTF16(in + at.read, size, out + at.written) : 0;
-        }
+    while (const std::size_t size = pieceAt(in + at.read, length - at.read)) {
+        const bool isASCII = shortASCIIToUTF16(in + at.read, size, out + at.written);
+        const std::size_t units = isASCII ? size : shortUTF8ToUTF16(in + at.read, size, out + at.written);
         if (units == 0) {
             break;
         }
