@@ -25,7 +25,7 @@ void readLinks(NetlinkSocket& socket, std::vector<NetworkLink>& links) {
     NetlinkRequest request(RTM_GETLINK, NLM_F_DUMP, ifinfomsg{});
     request.append(IFLA_EXT_MASK, std::uint32_t{RTEXT_FILTER_SKIP_STATS});
     const bool isWhole = socket.dump(
-        std::move(request),
+        request,
         [&links] {
             links.clear();
             links.reserve(kExpectedLinks);
@@ -67,7 +67,7 @@ std::optional<parse::NextHop> readNextHop(NetlinkSocket& socket, std::uint32_t n
     NetlinkRequest request(RTM_GETNEXTHOP, 0, nhmsg{});
     request.append(NHA_ID, number);
     std::optional<parse::NextHop> hop;
-    const bool isAnswered = socket.ask(std::move(request), [&hop](const parse::NetlinkMessage& message) {
+    const bool isAnswered = socket.ask(request, [&hop](const parse::NetlinkMessage& message) {
         if (message.type == RTM_NEWNEXTHOP) {
             hop = parse::nextHop(message.payload);
         }
@@ -185,7 +185,7 @@ std::optional<std::string> readNeighbour(NetlinkSocket& socket, std::int32_t lin
     NetlinkRequest request(RTM_GETNEIGH, 0, which);
     request.append(NDA_DST, std::as_bytes(std::span(address.bytes)).first(isIPv4 ? 4 : address.bytes.size()));
     std::optional<std::string> text;
-    const bool isAnswered = socket.ask(std::move(request), [&text](const parse::NetlinkMessage& message) {
+    const bool isAnswered = socket.ask(request, [&text](const parse::NetlinkMessage& message) {
         if (message.type == RTM_NEWNEIGH) {
             text = parse::neighbourHardwareAddress(message.payload);
         }

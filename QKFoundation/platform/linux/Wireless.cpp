@@ -45,9 +45,8 @@ std::optional<std::uint16_t> wirelessFamily(NetlinkSocket& socket) {
     NetlinkRequest request(GENL_ID_CTRL, 0, command(CTRL_CMD_GETFAMILY));
     request.append(CTRL_ATTR_FAMILY_NAME, std::string_view(NL80211_GENL_NAME));
     std::optional<std::uint16_t> family;
-    const bool isKnown = socket.ask(std::move(request), [&family](const parse::NetlinkMessage& message) {
-        family = parse::genericFamily(message.payload);
-    });
+    const bool isKnown = socket.ask(
+        request, [&family](const parse::NetlinkMessage& message) { family = parse::genericFamily(message.payload); });
     return isKnown ? family : std::nullopt;
 }
 
@@ -55,7 +54,7 @@ parse::WirelessInterface readInterface(NetlinkSocket& socket, std::uint16_t fami
     NetlinkRequest request(family, 0, command(NL80211_CMD_GET_INTERFACE));
     request.append(NL80211_ATTR_IFINDEX, static_cast<std::uint32_t>(link));
     parse::WirelessInterface interface;
-    const bool isAnswered = socket.ask(std::move(request), [&interface](const parse::NetlinkMessage& message) {
+    const bool isAnswered = socket.ask(request, [&interface](const parse::NetlinkMessage& message) {
         interface = parse::wirelessInterface(message.payload).value_or(parse::WirelessInterface());
     });
     return isAnswered ? interface : parse::WirelessInterface();
@@ -67,7 +66,7 @@ std::optional<std::int64_t> readBitRate(NetlinkSocket& socket, std::uint16_t fam
     request.append(NL80211_ATTR_IFINDEX, static_cast<std::uint32_t>(link));
     std::optional<std::int64_t> bitRate;
     const bool isWhole = socket.dump(
-        std::move(request), [&bitRate] { bitRate.reset(); },
+        request, [&bitRate] { bitRate.reset(); },
         [&bitRate](const parse::NetlinkMessage& message) {
             bitRate = bitRate.has_value() ? bitRate : parse::stationBitRate(message.payload);
         });
