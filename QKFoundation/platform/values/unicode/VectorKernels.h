@@ -9,6 +9,11 @@
 namespace qk::unicode {
 namespace {
 
+/// Apart from the short texts, which would have to save the registers that this takes. So are the others like it.
+[[gnu::noinline]] Progress longUTF8ToUTF16(const char* in, std::size_t length, char16_t* out) {
+    return readUTF8<true, true>(in, length, out);
+}
+
 inline Progress utf8ToUTF16(const char* in, std::size_t length, char16_t* out) {
     if (shortASCIIToUTF16(in, length, out)) {
         return {length, length};
@@ -18,18 +23,21 @@ inline Progress utf8ToUTF16(const char* in, std::size_t length, char16_t* out) {
             return {length, units};
         }
     }
-    return readUTF8<true, true>(in, length, out);
+    return longUTF8ToUTF16(in, length, out);
 }
 
 inline Progress utf16LengthOfUTF8(const char* in, std::size_t length) {
     return readUTF8<true, false>(in, length, nullptr);
 }
 
-inline std::size_t validUTF8ToUTF16(const char* in, std::size_t length, char16_t* out) {
-    return shortASCIIToUTF16(in, length, out) ? length : readUTF8<false, true>(in, length, out).written;
+[[gnu::noinline]] std::size_t longValidUTF8ToUTF16(const char* in, std::size_t length, char16_t* out) {
+    return readUTF8<false, true>(in, length, out).written;
 }
 
-/// Apart from the short texts, which would have to save the registers that this takes.
+inline std::size_t validUTF8ToUTF16(const char* in, std::size_t length, char16_t* out) {
+    return shortASCIIToUTF16(in, length, out) ? length : longValidUTF8ToUTF16(in, length, out);
+}
+
 [[gnu::noinline]] Progress longUTF16ToUTF8(const char16_t* in, std::size_t length, char* out) {
     return writeLastUTF8(in, length, out, readUTF16<UTF8Writer>(in, length, out));
 }

@@ -49,7 +49,7 @@ inline std::size_t shortRunToUTF16(const char* in, std::size_t length, __m128i b
 }
 
 /// Returns the units; 0 for malformed text, and then what is in `out` does not count.
-inline std::size_t shortUTF8ToUTF16(const char* in, std::size_t length, char16_t* out) {
+[[gnu::always_inline]] inline std::size_t shortUTF8ToUTF16(const char* in, std::size_t length, char16_t* out) {
     const Window<Registers16> text = loadShort(in, length);
     if (byteAt(in, 0) >= 0xE0) {
         if (const std::size_t units = shortRunToUTF16(in, length, text.bytes, out); units != 0) {
@@ -102,7 +102,7 @@ inline std::size_t pieceAt(const char* in, std::size_t left) {
 }
 
 /// Takes pieces while there are any, up to one with malformed text. `out` has room for a unit for each byte.
-inline Progress convertPieces(const char* in, std::size_t length, char16_t* out) {
+[[gnu::noinline]] Progress convertPieces(const char* in, std::size_t length, char16_t* out) {
     Progress at{0, 0};
     while (const std::size_t size = pieceAt(in + at.read, length - at.read)) {
         const bool isASCII = shortASCIIToUTF16(in + at.read, size, out + at.written);
