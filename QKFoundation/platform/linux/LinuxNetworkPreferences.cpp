@@ -3,12 +3,13 @@
 
 #include "QKFoundation/platform/linux/NetworkValues.h"
 #include "QKFoundation/platform/linux/SchemaTexts.h"
-#include "QKFoundation/platform/values/NSStringStorage.h"
+#include "QKFoundation/platform/linux/parse/Netlink.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -124,18 +125,7 @@ NSString hardwareAddressText(const std::vector<std::uint8_t>& address) {
     if (isInternet || std::ranges::all_of(address, [](std::uint8_t byte) { return byte == 0; })) {
         return {};
     }
-    constexpr std::u16string_view kDigits = u"0123456789abcdef";
-    qk::internal::StorageBuilder builder(3 * address.size());
-    char16_t* const text = builder.units();
-    char16_t* end = text;
-    for (const std::uint8_t byte : address) {
-        if (end != text) {
-            *end++ = u':';
-        }
-        *end++ = kDigits[byte >> 4U];
-        *end++ = kDigits[byte & 0xFU];
-    }
-    return NSString::adopting(builder.finish(static_cast<std::size_t>(end - text)));
+    return NSString::fromUTF8Lossy(parse::hardwareAddressText(std::as_bytes(std::span(address))));
 }
 
 std::optional<std::vector<SCNetworkServiceRef>> LinuxNetworkPreferences::copyAllServices() const {
