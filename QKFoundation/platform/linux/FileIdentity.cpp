@@ -1,22 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/linux/FileIdentity.h"
 
+#include "QKFoundation/platform/linux/Nanoseconds.h"
+
 #include <algorithm>
 
 namespace qk::platform {
 namespace {
 
-constexpr std::int64_t kNanoseconds = 1'000'000'000; // of a second
-constexpr std::int64_t kCoarsest = 3 * kNanoseconds; // FAT counts every other second
-
-std::int64_t nanoseconds(const timespec& time) {
-    return time.tv_sec * kNanoseconds + time.tv_nsec;
-}
+constexpr std::int64_t kCoarsest = 3'000'000'000; // FAT counts every other second
 
 } // namespace
 
 FileIdentity FileIdentity::of(const struct stat& status) {
-    return {status.st_dev, status.st_ino, status.st_size, nanoseconds(status.st_mtim), nanoseconds(status.st_ctim)};
+    return {status.st_dev, status.st_ino, status.st_size, nanoseconds(status.st_mtim.tv_sec, status.st_mtim.tv_nsec),
+            nanoseconds(status.st_ctim.tv_sec, status.st_ctim.tv_nsec)};
 }
 
 std::optional<FileIdentity> FileIdentity::at(const std::string& path) {
@@ -25,7 +23,7 @@ std::optional<FileIdentity> FileIdentity::at(const std::string& path) {
 }
 
 bool FileIdentity::isSettled(std::int64_t now) const noexcept {
-    return now - std::max(modified, changed) >= kCoarsest;
+    return std::max(modified, changed) <= now - kCoarsest;
 }
 
 } // namespace qk::platform

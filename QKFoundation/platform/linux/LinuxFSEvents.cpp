@@ -4,6 +4,7 @@
 #include "QKFoundation/platform/linux/FileSystemRepresentation.h"
 #include "QKFoundation/platform/linux/LinuxFileEventFolder.h"
 #include "QKFoundation/platform/linux/LinuxFileEventWatcher.h"
+#include "QKFoundation/platform/linux/Nanoseconds.h"
 #include "QKFoundation/platform/services/internal/EventStream.h"
 #include "QKFoundation/platform/services/internal/JoinedEvents.h"
 
@@ -21,7 +22,6 @@
 namespace qk::platform {
 namespace {
 
-constexpr std::int64_t kSecond = 1'000'000'000;
 constexpr FSEventStreamEventFlags kPrivateFlags = kFileEventIsNoFolder | kFileEventClosed;
 constexpr FSEventStreamEventFlags kKindFlags =
     kFSEventStreamEventFlagItemIsFile | kFSEventStreamEventFlagItemIsDir | kFSEventStreamEventFlagItemIsSymlink;
@@ -75,7 +75,7 @@ FSEventStreamEventFlags settled(const std::string& path, FSEventStreamEventFlags
         told |= kFSEventStreamEventFlagItemIsSymlink;
     }
     const bool isNewAndEmpty = (flags & kFSEventStreamEventFlagItemCreated) != 0 && status.st_size == 0;
-    const std::int64_t modified = status.st_mtim.tv_sec * kSecond + status.st_mtim.tv_nsec;
+    const std::int64_t modified = nanoseconds(status.st_mtim.tv_sec, status.st_mtim.tv_nsec);
     if ((flags & kFileEventClosed) != 0 && S_ISREG(status.st_mode) && !isNewAndEmpty &&
         modified >= since - kFileDateSlack) {
         told |= kFSEventStreamEventFlagItemModified;

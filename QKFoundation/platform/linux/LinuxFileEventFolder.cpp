@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/linux/LinuxFileEventFolder.h"
 
+#include "QKFoundation/platform/linux/Nanoseconds.h"
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -13,10 +15,8 @@
 namespace qk::platform {
 namespace {
 
-constexpr std::int64_t kSecond = 1'000'000'000;
-
-std::int64_t nanoseconds(const statx_timestamp& time) {
-    return time.tv_sec * kSecond + time.tv_nsec;
+std::int64_t timeOf(const statx_timestamp& time) {
+    return nanoseconds(time.tv_sec, time.tv_nsec);
 }
 
 ItemDates datesAt(int folder, const char* name, int flags) {
@@ -26,8 +26,7 @@ ItemDates datesAt(int folder, const char* name, int flags) {
         return {};
     }
     const bool isBirthKnown = (status.stx_mask & STATX_BTIME) != 0;
-    return {isBirthKnown ? nanoseconds(status.stx_btime) : 0, nanoseconds(status.stx_mtime),
-            nanoseconds(status.stx_ctime)};
+    return {isBirthKnown ? timeOf(status.stx_btime) : 0, timeOf(status.stx_mtime), timeOf(status.stx_ctime)};
 }
 
 // That somebody watches a folder is no use of it: where its date of access may be left alone, it is.
@@ -104,7 +103,7 @@ bool isAtOrBelow(std::string_view path, std::string_view root) {
 std::int64_t fileTimeNow() {
     timespec now{};
     ::clock_gettime(CLOCK_REALTIME_COARSE, &now);
-    return now.tv_sec * kSecond + now.tv_nsec;
+    return nanoseconds(now.tv_sec, now.tv_nsec);
 }
 
 } // namespace qk::platform

@@ -41,10 +41,10 @@ public:
         if (!bytes.has_value()) {
             return nullptr;
         }
-        // What was found before the reading: should it have changed since, the next look finds something else.
-        identity_ = found;
         auto content = std::make_shared<const Content>(parse_(*bytes));
-        if (found->isSettled(clock_())) {
+        // The path may have led elsewhere meanwhile.
+        if (found->isSettled(clock_()) && FileIdentity::at(path_) == found) {
+            identity_ = found;
             content_ = content;
         }
         return content;
@@ -61,7 +61,7 @@ private:
     const Parse parse_;
     const Clock clock_;
     std::mutex mutex_;
-    std::optional<FileIdentity> identity_;
+    std::optional<FileIdentity> identity_;   // of what is remembered
     std::shared_ptr<const Content> content_; // null: nothing is remembered
 };
 

@@ -18,8 +18,9 @@
 #include <cerrno>
 #include <map>
 #include <memory>
+#include <stdexcept>
 #include <string>
-#include <utility>
+#include <string_view>
 
 namespace qk::platform {
 namespace {
@@ -82,11 +83,17 @@ TEST_F(HostNetlink, AttributesOfAQuestionReachTheKernel) {
     NetlinkRequest request(GENL_ID_CTRL, 0, command);
     request.append(CTRL_ATTR_FAMILY_NAME, std::string_view("nlctrl"));
     std::uint16_t family = 0;
-    EXPECT_TRUE(socket.ask(std::move(request), [&](const parse::NetlinkMessage& message) {
+    EXPECT_TRUE(socket.ask(request, [&](const parse::NetlinkMessage& message) {
         const parse::Bytes attributes = parse::attributesBehind(message.payload, sizeof(genlmsghdr));
         family = parse::leading<std::uint16_t>(parse::attributePayload(attributes, CTRL_ATTR_FAMILY_ID)).value_or(0);
     }));
     EXPECT_EQ(family, GENL_ID_CTRL);
+}
+
+TEST(NetlinkRequest, IsNoLongerThanAQuestion) {
+    NetlinkRequest request(RTM_GETLINK, 0, ifinfomsg{});
+    request.append(IFLA_IFNAME, std::string_view("eth0"));
+    EXPECT_THROW(request.append(IFLA_IFNAME, std::string(200, 'x')), std::length_error);
 }
 
 // Root may send messages to anybody's connection. The one under test is the first of this process, so it has the

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QKFoundation/platform/linux/RememberedFile.h"
 
+#include "QKFoundation/platform/linux/Nanoseconds.h"
+
 #include "tests/platform/linux/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +10,11 @@
 #include <cstdint>
 #include <filesystem>
 #include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
 
 namespace qk::platform {
 namespace {
@@ -83,6 +90,28 @@ TEST(RememberedFile, WhatChangedJustNowIsReadAgain) {
     EXPECT_GT(file.read()->number, before + 1);
 }
 
+TEST(RememberedFile, ThreadsReadItAtTheSameTime) {
+    const TemporaryFolder folder;
+    RememberedFile<Reading> file(
+        folder.write("file", "one"), 10,
+        [](std::string_view bytes) {
+            return Reading{std::string(bytes), 0};
+        },
+        farAhead);
+    std::vector<std::jthread> threads;
+    for (int thread = 0; thread < 4; ++thread) {
+        threads.emplace_back([&file] {
+            for (int round = 0; round < 200; ++round) {
+                const auto reading = file.read();
+                EXPECT_TRUE(reading != nullptr && (reading->text == "one" || reading->text == "another"));
+            }
+        });
+    }
+    std::filesystem::rename(folder.write("other", "another"), folder.path("file"));
+    threads.clear();
+    EXPECT_EQ(file.read()->text, "another");
+}
+
 TEST(FileIdentity, IsSettledSomeSecondsAfterTheLatestChange) {
     FileIdentity identity;
     identity.modified = 100 * kSecond;
@@ -92,6 +121,27 @@ TEST(FileIdentity, IsSettledSomeSecondsAfterTheLatestChange) {
     EXPECT_TRUE(identity.isSettled(203 * kSecond));
     identity.modified = 300 * kSecond; // set by hand, to the future
     EXPECT_FALSE(identity.isSettled(250 * kSecond));
+}
+
+// As touch(1) may set them, where the file system has room for them.
+TEST(FileIdentity, DatesBeyondAllNumbersAreFarOff) {
+    constexpr std::int64_t kIn2400 = 13'569'465'600;
+    struct stat status {};
+    status.st_mtim.tv_sec = kIn2400;
+    EXPECT_FALSE(FileIdentity::of(status).isSettled(kIn2400));
+    status.st_mtim.tv_sec = -kIn2400;
+    EXPECT_TRUE(FileIdentity::of(status).isSettled(kIn2400));
+}
+
+TEST(Nanoseconds, AreTheNearestThatThereAre) {
+    using Limits = std::numeric_limits<std::int64_t>;
+    EXPECT_EQ(nanoseconds(0, 0), 0);
+    EXPECT_EQ(nanoseconds(1, 5), kSecond + 5);
+    EXPECT_EQ(nanoseconds(-1, 5), -kSecond + 5);
+    EXPECT_EQ(nanoseconds(Limits::max() / kSecond, 0), Limits::max() / kSecond * kSecond);
+    EXPECT_EQ(nanoseconds(Limits::max() / kSecond, kSecond - 1), Limits::max());
+    EXPECT_EQ(nanoseconds(Limits::max(), 0), Limits::max());
+    EXPECT_EQ(nanoseconds(Limits::min(), 0), Limits::min());
 }
 
 TEST(FileIdentity, NothingForWhatIsNotThere) {
