@@ -220,6 +220,20 @@ TEST_P(EveryKernel, ConvertsShortTextOfEveryLength) {
     }
 }
 
+TEST_P(EveryKernel, StopsAtOneBrokenByteInShortText) {
+    for (std::size_t length = 1; length <= kMaxInPieces; ++length) {
+        for (const Script script : kScripts) {
+            for (int round = 0; round < 10; ++round) {
+                std::string text = toUTF8(anyText(script, length, random_));
+                text[anyIndex(text.size())] = static_cast<char>(random_());
+                ASSERT_NO_FATAL_FAILURE(compareUTF8(text));
+                text.resize(anyIndex(text.size()));
+                ASSERT_NO_FATAL_FAILURE(compareUTF8(text));
+            }
+        }
+    }
+}
+
 TEST_P(EveryKernel, AgreesOnShortTextFromTheEdgesOfTheClasses) {
     constexpr std::array kBytes{'\x00', '\x41', '\x7F', '\x80', '\x8F', '\x90', '\x9F', '\xA0', '\xBF', '\xC0', '\xC1',
                                 '\xC2', '\xDF', '\xE0', '\xEC', '\xED', '\xEF', '\xF0', '\xF3', '\xF4', '\xF5', '\xFF'};
