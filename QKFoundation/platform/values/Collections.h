@@ -58,7 +58,7 @@ public:
         storage_->count = count;
     }
 
-    /// What has been added, or what is left of it. The builder is empty then, without room.
+    /// What has been added, or what is left of it. If that is something, the builder has no room any more.
     [[nodiscard]] Elements<Element> finish() noexcept {
         if (count() == 0) {
             return {};

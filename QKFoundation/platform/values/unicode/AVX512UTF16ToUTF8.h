@@ -57,7 +57,7 @@ struct UTF8Writer {
         return 64;
     }
 
-    /// Copies ASCII, 64 units at a time. Returns how many, all of which there are.
+    /// Copies ASCII, 64 units at a time, fewer in the first step. Returns how many, all of which there are.
     static std::size_t copyPlain(const char16_t* in, std::size_t length, char* out) {
         const __m512i order = _mm512_set_epi64(7, 5, 3, 1, 6, 4, 2, 0);
         // The first step ends with a line of the cache: a store that crosses two takes twice as long.
