@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstring>
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 namespace qk::platform {
@@ -20,7 +21,6 @@ constexpr std::size_t kFirstCapacity = std::size_t{32} << 10U; // the kernel fil
 constexpr std::size_t kLargestCapacity = std::size_t{16} << 20U;
 constexpr int kMostAttempts = 8;
 constexpr int kLongestWaitMilliseconds = 200;
-constexpr std::array kZeroByte{std::byte{0}};
 
 bool isReadable(int descriptor) {
     pollfd entry{descriptor, POLLIN, 0};
@@ -67,11 +67,8 @@ void NetlinkRequest::append(std::uint16_t type, parse::Bytes bytes) {
 }
 
 void NetlinkRequest::append(std::uint16_t type, std::string_view text) {
-    const nlattr header{static_cast<std::uint16_t>(sizeof(nlattr) + text.size() + 1), type};
-    add(std::as_bytes(std::span(&header, 1)));
-    add(std::as_bytes(std::span(text)));
-    add(parse::Bytes(kZeroByte));
-    pad();
+    const std::string terminated(text);
+    append(type, std::as_bytes(std::span(terminated.c_str(), terminated.size() + 1)));
 }
 
 void NetlinkRequest::add(parse::Bytes bytes) {
