@@ -12,12 +12,12 @@ struct Registers16 {
     using Type = __m128i;
     static constexpr unsigned kSize = 16;
 
-    static Type load(const void* at) { return _mm_loadu_si128(static_cast<const __m128i*>(at)); }
-    static Type bytes(int value) { return _mm_set1_epi8(static_cast<char>(value)); }
-    static Type words(int value) { return _mm_set1_epi16(static_cast<short>(value)); }
+    static Type load(const void* at) { return unicode::load(at); }
+    static Type bytes(int value) { return bytesOf(value); }
+    static Type words(int value) { return wordsOf(value); }
     /// The uppermost bit of each byte.
     static std::uint64_t bits(Type lanes) { return static_cast<std::uint32_t>(_mm_movemask_epi8(lanes)); }
-    static bool isZero(Type value) { return _mm_testz_si128(value, value) != 0; }
+    static bool isZero(Type value) { return unicode::isZero(value); }
     /// Of bytes with a sign.
     static Type greater(Type left, Type right) { return _mm_cmpgt_epi8(left, right); }
     static Type equal(Type left, Type right) { return _mm_cmpeq_epi8(left, right); }
