@@ -6,6 +6,7 @@
 
 #include <stdexcept>
 #include <utility>
+#include <vector>
 
 namespace qk::platform::memory {
 
@@ -85,10 +86,22 @@ void MemoryDispatch::runElsewhere(const std::function<void()>& task) {
 }
 
 void MemoryDispatch::discard() {
-    mainLoop_->discard();
-    std::deque<std::function<void()>> background; // let go of without the lock
-    const std::scoped_lock lock(mutex_);
-    background.swap(background_);
+    // Let go of without the lock.
+    std::deque<std::function<void()>> background;
+    std::vector<std::shared_ptr<MemoryRunLoop>> loops{mainLoop_};
+    {
+        const std::scoped_lock lock(mutex_);
+        background.swap(background_);
+        if (elsewhereLoop_ != nullptr) {
+            loops.push_back(elsewhereLoop_);
+        }
+        for (const auto& [thread, loop] : loops_) {
+            loops.push_back(loop);
+        }
+    }
+    for (const auto& loop : loops) {
+        loop->discard();
+    }
 }
 
 bool MemoryDispatch::isMainThread() const {
